@@ -1,0 +1,61 @@
+#pragma once
+
+/// Trace lines on standard error, and the program's assertion.
+///
+/// Everything goes through the hooks below. They are set before the first line is written, if at
+/// all, and read without locking. What does not fit a line of 511 characters is cut.
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+
+/// Where a trace line comes from, and how it ends. The texts outlive it.
+struct orskdbg_VarLine {
+  const char* file;
+  std::int32_t line;
+  const char* terminator;
+
+  /// Writes one line: the prefix, the message formatted as by printf(3), the terminator.
+  __attribute__((format(printf, 2, 3))) void operator()(const char* format, ...) const;
+};
+
+/// A trace context for lines that are kept instead of written. The program itself makes none.
+class orskdbg_VarLineToBuffer : public orskdbg_VarLine {};
+
+/// Writes its piece of a line's prefix at `position`, where `room` bytes are left, and a NUL after
+/// it. Returns the position of that NUL.
+using orskdbg_PrefixWriter = char* (*)(char* position, std::size_t room,
+                                       const orskdbg_VarLine* context);
+
+/// Told of a failed assertion after its lines were written. If it returns, the run goes on after
+/// the assertion.
+extern void (*orskdbg_assertHandler)(const orskdbg_VarLine* context, const char* expression);
+/// The writers of a line's prefix in order, ended by a null pointer.
+extern const orskdbg_PrefixWriter* orskdbg_prefixWriters;
+/// Widths of the prefix's columns in characters.
+extern int orskdbg_lineWidth;
+extern int orskdbg_fileWidth;
+extern int orskdbg_componentWidth;
+/// Takes a finished line.
+extern void (*orskdbg_write)(const char* line);
+/// Formats as vsnprintf(3).
+extern int (*orskdbg_format)(char* buffer, std::size_t size, const char* format,
+                             std::va_list arguments);
+
+/// Writes one line without a prefix, formatted as by printf(3).
+__attribute__((format(printf, 1, 2))) void orskdbg_printf(const char* format, ...);
+
+/// A place that asserts, as it is reported: `file` and `line` are a fixed identifier.
+struct orskdbg_AssertPlace {
+  const char* file;
+  std::int32_t line;
+  const char* message;
+};
+
+/// Reports a failed assertion in three lines and calls the handler.
+void orskdbg_assertFailed(const orskdbg_AssertPlace& place, const char* expression);
+
+/// Asserts `condition` at a constant `orskdbg_AssertPlace`, which gives the message and stands for
+/// the source position that is reported.
+#define ORSK_ASSERT(condition, place) \
+  ((condition) ? static_cast<void>(0) : orskdbg_assertFailed((place), "ASSERT(" #condition ")"))

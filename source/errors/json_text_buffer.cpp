@@ -1,0 +1,367 @@
+#include "errors/json_text_buffer.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "errors/insert_growing.h"
+
+namespace {
+
+constexpr char endMark = 'J';
+
+bool isWhitespace(char character) {
+  return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+}
+
+bool isDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+bool isHexDigit(char character) {
+  return isDigit(character) || (character >= 'a' && character <= 'f') ||
+         (character >= 'A' && character <= 'F');
+}
+
+bool isControl(char character) {
+  return static_cast<unsigned char>(character) < 0x20;
+}
+
+bool isOpeningBracket(char character) {
+  return character == '{' || character == '[';
+}
+
+bool isClosingBracket(char character) {
+  return character == '}' || character == ']';
+}
+
+char closingBracketOf(char opening) {
+  return opening == '{' ? '}' : ']';
+}
+
+template <typename Character>
+Character* skipWhitespace(Character* position) {
+  while (isWhitespace(*position)) ++position;
+  return position;
+}
+
+template <typename Character>
+Character* skipDigits(Character* position) {
+  while (isDigit(*position)) ++position;
+  return position;
+}
+
+/// The letter after the backslash where a byte has a two-character escape, else 0.
+char escapeLetter(char character) {
+  switch (character) {
+    case '\b':
+      return 'b';
+    case '\t':
+      return 't';
+    case '\n':
+      return 'n';
+    case '\f':
+      return 'f';
+    case '\r':
+      return 'r';
+    case '"':
+    case '\\':
+      return character;
+    default:
+      return 0;
+  }
+}
+
+bool needsHexEscape(char character) {
+  return isControl(character) || character == 0x7F;
+}
+
+/// Length of `"key":`, 0 without a key.
+std::size_t keyLength(const char* key) {
+  return key == nullptr ? 0 : jsonbuf_escapedLength(key) + 3;
+}
+
+char* writeQuoted(char* position, const char* text) {
+  *position++ = '"';
+  position = jsonbuf_escape(position, text);
+  *position++ = '"';
+  return position;
+}
+
+char* writeKey(char* position, const char* key) {
+  if (key == nullptr) return position;
+  position = writeQuoted(position, key);
+  *position++ = ':';
+  return position;
+}
+
+/// Inserts a member whose value is the `length` bytes at `value`, taken as they are.
+char* insertRaw(char* position, const char* key, const char* value, std::size_t length) {
+  position = jsonbuf_makeRoom(position, keyLength(key) + length);
+  if (position == nullptr) return nullptr;
+  position = writeKey(position, key);
+  std::memcpy(position, value, length);
+  return position + length;
+}
+
+/// Whether the closing bracket at `position` closes a container that holds nothing.
+bool closesEmptyContainer(const char* position) {
+  const char* before = position - 1;
+  while (isWhitespace(*before)) --before;
+  return isOpeningBracket(*before) && closingBracketOf(*before) == *position;
+}
+
+bool needsCommaBefore(const char* position) {
+  if (*position == '\0') return false;
+  return !(isClosingBracket(*position) && closesEmptyContainer(position));
+}
+
+/// Number of free bytes from `position`, which follows the text's NUL; counts no further than
+/// `enough`.
+std::size_t countFreeBytes(const char* position, std::size_t enough) {
+  std::size_t count = 0;
+  while (count < enough && position[count] != endMark) ++count;
+  return count;
+}
+
+/// The closing brackets still to come at a point of a text, innermost last. On the heap, since the
+/// nesting of a text from outside must not decide over the call stack.
+class PendingBrackets {
+ public:
+  PendingBrackets() = default;
+  PendingBrackets(const PendingBrackets&) = delete;
+  PendingBrackets& operator=(const PendingBrackets&) = delete;
+  ~PendingBrackets() { std::free(brackets_); }
+
+  /// False if there is no memory for one more.
+  bool push(char bracket) {
+    if (depth_ == capacity_ && !grow()) return false;
+    brackets_[depth_++] = bracket;
+    return true;
+  }
+
+  void pop() { --depth_; }
+  char innermost() const { return brackets_[depth_ - 1]; }
+  bool empty() const { return depth_ == 0; }
+
+ private:
+  bool grow() {
+    const std::size_t capacity = capacity_ == 0 ? 64 : capacity_ * 2;
+    void* const brackets = std::realloc(brackets_, capacity);
+    if (brackets == nullptr) return false;
+    brackets_ = static_cast<char*>(brackets);
+    capacity_ = capacity;
+    return true;
+  }
+
+  char* brackets_ = nullptr;
+  std::size_t depth_ = 0;
+  std::size_t capacity_ = 0;
+};
+
+// The scan functions below take the position where their token starts and return the one after it,
+// or null if there is no such token. The text's NUL belongs to no token, so none reads beyond it.
+
+char* scanEscape(char* position) {
+  ++position;
+  if (*position == 'u') {
+    for (int digit = 0; digit < 4; ++digit) {
+      if (!isHexDigit(*++position)) return nullptr;
+    }
+    return position + 1;
+  }
+  const bool known = *position != '\0' && std::strchr("\"\\/bfnrt", *position) != nullptr;
+  return known ? position + 1 : nullptr;
+}
+
+char* scanString(char* position) {
+  if (*position != '"') return nullptr;
+  ++position;
+  while (position != nullptr && *position != '"') {
+    if (isControl(*position)) return nullptr;
+    position = *position == '\\' ? scanEscape(position) : position + 1;
+  }
+  return position == nullptr ? nullptr : position + 1;
+}
+
+char* scanNumber(char* position) {
+  if (!isDigit(*position) && *position != '-') return nullptr;
+  position = skipDigits(position + 1);
+  if (*position == '.') position = skipDigits(position + 1);
+  if (*position == 'e' || *position == 'E') {
+    ++position;
+    if (!isDigit(*position) && *position != '+' && *position != '-') return nullptr;
+    position = skipDigits(position + 1);
+  }
+  return position;
+}
+
+char* scanWord(char* position, const char* word) {
+  const std::size_t length = std::strlen(word);
+  return std::strncmp(position, word, length) == 0 ? position + length : nullptr;
+}
+
+char* scanScalar(char* position) {
+  switch (*position) {
+    case '"':
+      return scanString(position);
+    case 't':
+      return scanWord(position, "true");
+    case 'f':
+      return scanWord(position, "false");
+    case 'n':
+      return scanWord(position, "null");
+    default:
+      return scanNumber(position);
+  }
+}
+
+/// What precedes a value in a container: in an object the key and its colon, in an array nothing.
+char* scanToValue(char* position, char closingBracket) {
+  position = skipWhitespace(position);
+  if (closingBracket == ']') return position;
+  position = scanString(position);
+  if (position == nullptr) return nullptr;
+  position = skipWhitespace(position);
+  return *position == ':' ? skipWhitespace(position + 1) : nullptr;
+}
+
+}  // namespace
+
+std::size_t jsonbuf_escapedLength(const char* text) noexcept {
+  std::size_t length = 0;
+  for (; *text != '\0'; ++text) {
+    if (escapeLetter(*text) != 0) {
+      length += 2;
+    } else {
+      length += needsHexEscape(*text) ? 6 : 1;
+    }
+  }
+  return length;
+}
+
+char* jsonbuf_escape(char* destination, const char* text) noexcept {
+  constexpr char hexDigits[] = "0123456789abcdef";
+  for (; *text != '\0'; ++text) {
+    if (const char letter = escapeLetter(*text)) {
+      *destination++ = '\\';
+      *destination++ = letter;
+    } else if (needsHexEscape(*text)) {
+      const auto byte = static_cast<unsigned char>(*text);
+      std::memcpy(destination, "\\u00", 4);
+      destination[4] = hexDigits[byte >> 4];
+      destination[5] = hexDigits[byte & 0xF];
+      destination += 6;
+    } else {
+      *destination++ = *text;
+    }
+  }
+  return destination;
+}
+
+char* jsonbuf_init(char* buffer, std::size_t size, const char* text) noexcept {
+  const std::size_t length = text == nullptr ? strnlen(buffer, size) : std::strlen(text);
+  if (size <= length + 1) return nullptr;
+  if (text != nullptr) std::memmove(buffer, text, length);
+  std::memset(buffer + length, 0, size - 1 - length);
+  buffer[size - 1] = endMark;
+  return length == 0 ? buffer : buffer + length - 1;
+}
+
+char* jsonbuf_findEnd(char* buffer) noexcept {
+  if (!isOpeningBracket(*buffer)) return nullptr;
+  PendingBrackets pending;
+  for (char* position = buffer; position != nullptr;) {
+    if (isOpeningBracket(*position)) {
+      if (!pending.push(closingBracketOf(*position))) return nullptr;
+      position = skipWhitespace(position + 1);
+      if (*position != pending.innermost()) {
+        position = scanToValue(position, pending.innermost());
+        continue;
+      }
+    } else {
+      position = scanScalar(position);
+      if (position == nullptr) return nullptr;
+      position = skipWhitespace(position);
+    }
+    // Here a value is complete, or its container is empty: containers close or a comma goes on.
+    while (*position == pending.innermost()) {
+      pending.pop();
+      if (pending.empty()) return position;
+      position = skipWhitespace(position + 1);
+    }
+    position = *position == ',' ? scanToValue(position + 1, pending.innermost()) : nullptr;
+  }
+  return nullptr;
+}
+
+char* jsonbuf_makeRoom(char* position, std::size_t n) noexcept {
+  if (position == nullptr) return nullptr;
+  const bool asFirstMember = isOpeningBracket(*position);
+  char* const gap = asFirstMember ? position + 1 : position;
+  const bool comma = asFirstMember ? *skipWhitespace(gap) != closingBracketOf(*position)
+                                   : needsCommaBefore(position);
+  const std::size_t requested = n + (comma ? 1 : 0);
+  const std::size_t tail = std::strlen(gap) + 1;
+  if (countFreeBytes(gap + tail, requested) < requested) return nullptr;
+
+  std::memmove(gap + requested, gap, tail);
+  if (!comma) return gap;
+  if (asFirstMember) {
+    gap[n] = ',';
+    return gap;
+  }
+  *gap = ',';
+  return gap + 1;
+}
+
+char* jsonbuf_insertString(char* position, const char* key, const char* value) noexcept {
+  position = jsonbuf_makeRoom(position, keyLength(key) + jsonbuf_escapedLength(value) + 2);
+  if (position == nullptr) return nullptr;
+  return writeQuoted(writeKey(position, key), value);
+}
+
+char* jsonbuf_insertInt(char* position, const char* key, int value) noexcept {
+  char digits[64];
+  const int length = std::snprintf(digits, sizeof digits, "%i", value);
+  return insertRaw(position, key, digits, static_cast<std::size_t>(length));
+}
+
+char* jsonbuf_insertObject(char* position, const char* key) noexcept {
+  return insertRaw(position, key, "{}", 2);
+}
+
+char* jsonbuf_leaveObject(char* position) noexcept {
+  return position == nullptr ? nullptr : position + 1;
+}
+
+namespace {
+
+/// `insertGrowing` with the caller's grower, which may be null.
+template <typename Insert>
+char* insertWith(const JsonGrower* grower, char* position, Insert insert) noexcept {
+  return insertGrowing(position, insert, [grower](char* unchanged) -> char* {
+    if (grower == nullptr || grower->function == nullptr) return nullptr;
+    return grower->function(unchanged, grower->context);
+  });
+}
+
+}  // namespace
+
+char* jsonbuf_insertStringGrowing(char* position, const char* key, const char* value,
+                                  const JsonGrower* grower) noexcept {
+  return insertWith(grower, position,
+                    [=](char* at) { return jsonbuf_insertString(at, key, value); });
+}
+
+char* jsonbuf_insertStringGrowing(char* position, const char* key, const std::string& value,
+                                  const JsonGrower* grower) noexcept {
+  return jsonbuf_insertStringGrowing(position, key, value.c_str(), grower);
+}
+
+char* jsonbuf_insertObjectGrowing(char* position, const char* key,
+                                  const JsonGrower* grower) noexcept {
+  char* const after =
+      insertWith(grower, position, [=](char* at) { return jsonbuf_insertObject(at, key); });
+  return after == nullptr ? nullptr : after - 1;
+}

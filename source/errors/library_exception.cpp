@@ -1,0 +1,36 @@
+#include "errors/library_exception.h"
+
+namespace zuerr {
+
+ExceptionBase::ExceptionBase(ExceptionBase& other) noexcept {
+  zuerr_merge(&status, &other.status, nullptr);
+}
+
+ExceptionBase::~ExceptionBase() {
+  zuerr_release(&status);
+}
+
+const char* ExceptionBase::what() const noexcept {
+  return status.json == nullptr ? "" : status.json;
+}
+
+Exception::Exception(Exception& other) noexcept
+    : std::exception(other), ExceptionBase(static_cast<ExceptionBase&>(other)) {}
+
+const char* Exception::what() const noexcept {
+  return ExceptionBase::what();
+}
+
+ScopedStatus::~ScopedStatus() noexcept(false) {
+  if (code >= 0 || std::uncaught_exceptions() > 0) {
+    zuerr_release(this);
+    return;
+  }
+  Exception error;
+  zuerr_merge(&error.status, this, nullptr);
+  // A text under the library's own callback was copied and is still this record's.
+  zuerr_release(this);
+  throw error;
+}
+
+}  // namespace zuerr

@@ -1,0 +1,161 @@
+#pragma once
+
+/// The fixed vocabulary of the command line: which words are commands, arguments and flags, and
+/// which arguments and options each command takes.
+///
+/// The rows of one command, and the options of one argument, stand in the order in which handlers
+/// read them. Help visits them newest first, that is from the last row to the first.
+
+#include <array>
+#include <string_view>
+
+/// How the text of an option is read; see `getOption`.
+enum class OptionType { text, truthValue, uint32, uint64 };
+
+struct CommandArgument {
+  std::string_view command;
+  std::string_view argument;
+};
+
+struct CommandOption {
+  std::string_view command;
+  std::string_view option;
+  OptionType type;
+};
+
+struct ArgumentOption {
+  std::string_view command;
+  std::string_view argument;
+  std::string_view option;
+  OptionType type;
+  /// Printed by help after the option's name.
+  std::string_view helpHint;
+};
+
+/// Prints how long the command took.
+inline constexpr std::string_view timingFlag = "-t";
+/// Suppresses the confirmation lines.
+inline constexpr std::string_view quietFlag = "-q";
+
+// clang-format off
+
+inline constexpr std::array<std::string_view, 9> validCommands{
+    "help",
+    "loadResources",
+    "unloadResources",
+    "timestampCorrelator",
+    "syncDomain",
+    "timescale",
+    "getCurrentTimescale",
+    "list",
+    "getApiVersion",
+};
+
+/// The words that may follow a command, whichever command it is.
+inline constexpr std::array<std::string_view, 23> validArguments{
+    // commands
+    "loadResources", "unloadResources", "timestampCorrelator", "syncDomain", "timescale",
+    "getCurrentTimescale", "list", "getApiVersion",
+    // actions
+    "create", "createAndAddDevices", "delete", "start", "startV2", "stop", "correlate",
+    "addSyncableDevice", "isCoherent", "isCoherentSinceLastChecked", "getTime",
+    // kinds
+    "timescales", "syncableDevices", "syncDomains", "correlators",
+};
+
+inline constexpr std::array<std::string_view, 2> validFlags{timingFlag, quietFlag};
+
+inline constexpr std::array<CommandArgument, 25> commandArguments{{
+    // command                argument
+    {"help",                  "loadResources"},
+    {"help",                  "unloadResources"},
+    {"help",                  "timestampCorrelator"},
+    {"help",                  "syncDomain"},
+    {"help",                  "timescale"},
+    {"help",                  "getCurrentTimescale"},
+    {"help",                  "list"},
+    {"help",                  "getApiVersion"},
+
+    {"timestampCorrelator",   "create"},
+    {"timestampCorrelator",   "delete"},
+    {"timestampCorrelator",   "correlate"},
+
+    {"syncDomain",            "create"},
+    {"syncDomain",            "createAndAddDevices"},
+    {"syncDomain",            "delete"},
+    {"syncDomain",            "start"},
+    {"syncDomain",            "startV2"},
+    {"syncDomain",            "stop"},
+    {"syncDomain",            "addSyncableDevice"},
+    {"syncDomain",            "isCoherent"},
+    {"syncDomain",            "isCoherentSinceLastChecked"},
+
+    {"timescale",             "getTime"},
+
+    {"list",                  "syncDomains"},
+    {"list",                  "syncableDevices"},
+    {"list",                  "timescales"},
+    {"list",                  "correlators"},
+}};
+
+inline constexpr std::array<CommandOption, 3> commandOptions{{
+    // command                option        type
+    {"loadResources",         "remoteHost", OptionType::text},
+    {"unloadResources",       "remoteHost", OptionType::text},
+    {"getCurrentTimescale",   "remoteHost", OptionType::text},
+}};
+
+inline constexpr std::string_view nullTimescaleHint =
+    "  (For automatic timescaleUri selection, supply \"null\") ";
+/// The backslashes are part of the text: they show how a shell word holds the quotes.
+inline constexpr std::string_view remoteHostsHint = R"(  (e.g. [\"192.0.2.1\",\"192.0.2.2\"]))";
+
+inline constexpr std::array<ArgumentOption, 33> argumentOptions{{
+    // command                argument                      option                  type                    help hint
+    {"timestampCorrelator",   "create",                     "timescaleUri1",        OptionType::text,       ""},
+    {"timestampCorrelator",   "create",                     "timescaleUri2",        OptionType::text,       ""},
+    {"timestampCorrelator",   "create",                     "samplingInterval",     OptionType::uint32,     ""},
+    {"timestampCorrelator",   "create",                     "historyLength",        OptionType::uint32,     ""},
+    {"timestampCorrelator",   "delete",                     "timescaleUri1",        OptionType::text,       ""},
+    {"timestampCorrelator",   "delete",                     "timescaleUri2",        OptionType::text,       ""},
+    {"timestampCorrelator",   "correlate",                  "srcTimescaleUri",      OptionType::text,       ""},
+    {"timestampCorrelator",   "correlate",                  "dstTimescaleUri",      OptionType::text,       ""},
+    {"timestampCorrelator",   "correlate",                  "s",                    OptionType::uint64,     ""},
+    {"timestampCorrelator",   "correlate",                  "ns",                   OptionType::uint32,     ""},
+    {"timestampCorrelator",   "correlate",                  "fns",                  OptionType::uint32,     ""},
+
+    {"syncDomain",            "create",                     "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "create",                     "timescaleUri",         OptionType::text,       ""},
+    {"syncDomain",            "create",                     "maxOffset_ns",         OptionType::uint32,     ""},
+    {"syncDomain",            "create",                     "minSyncDuration_ms",   OptionType::uint32,     ""},
+    {"syncDomain",            "createAndAddDevices",        "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "createAndAddDevices",        "timescaleUri",         OptionType::text,       nullTimescaleHint},
+    {"syncDomain",            "createAndAddDevices",        "remoteHosts",          OptionType::text,       remoteHostsHint},
+    {"syncDomain",            "createAndAddDevices",        "maxOffset_ns",         OptionType::uint32,     ""},
+    {"syncDomain",            "createAndAddDevices",        "minSyncDuration_ms",   OptionType::uint32,     ""},
+    {"syncDomain",            "delete",                     "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "start",                      "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "start",                      "timeout_s",            OptionType::uint32,     ""},
+    {"syncDomain",            "startV2",                    "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "startV2",                    "saveInitialCoherency", OptionType::truthValue, ""},
+    {"syncDomain",            "startV2",                    "waitToBecomeCoherent", OptionType::truthValue, ""},
+    {"syncDomain",            "startV2",                    "timeout_s",            OptionType::uint32,     ""},
+    {"syncDomain",            "stop",                       "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "addSyncableDevice",          "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "addSyncableDevice",          "syncableDeviceUri",    OptionType::text,       ""},
+    {"syncDomain",            "isCoherent",                 "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "isCoherentSinceLastChecked", "uri",                  OptionType::text,       ""},
+
+    {"timescale",             "getTime",                    "timescaleUri",         OptionType::text,       ""},
+}};
+
+// clang-format on
+
+/// Whether `word` is one of `words`, byte for byte.
+template <std::size_t size>
+constexpr bool isOneOf(const std::array<std::string_view, size>& words, std::string_view word) {
+  for (const std::string_view candidate : words) {
+    if (candidate == word) return true;
+  }
+  return false;
+}

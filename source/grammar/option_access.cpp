@@ -1,0 +1,33 @@
+#include "grammar/option_access.h"
+
+#include <boost/lexical_cast.hpp>
+#include <cstdint>
+#include <iterator>
+
+#include "errors/console_exceptions.h"
+
+namespace {
+
+const std::string& onlyValue(const std::string& name, const OptionMap& options) {
+  const auto [first, end] = options.equal_range(name);
+  if (first == end) throw MissingOptionException(console_message::missingOption);
+  if (std::next(first) != end) throw TooManyOptionsException(console_message::tooManyOptions);
+  return first->second;
+}
+
+}  // namespace
+
+template <typename T>
+T getOption(const std::string& name, const OptionMap& options) {
+  return boost::lexical_cast<T>(onlyValue(name, options));
+}
+
+// A text is taken as it is: no conversion that could fail.
+template <>
+std::string getOption<std::string>(const std::string& name, const OptionMap& options) {
+  return onlyValue(name, options);
+}
+
+template bool getOption<bool>(const std::string&, const OptionMap&);
+template std::uint32_t getOption<std::uint32_t>(const std::string&, const OptionMap&);
+template std::uint64_t getOption<std::uint64_t>(const std::string&, const OptionMap&);

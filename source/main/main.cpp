@@ -1,0 +1,5 @@
+#include "main/console.h"
+
+int main(int argc, char** argv) {
+  return runConsole(argc, argv);
+}

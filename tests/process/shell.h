@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+/// What one command line of the shell left behind, byte for byte.
+struct ShellOutcome {
+  std::string output;
+  std::string errors;
+  /// The calls that the recording library saw.
+  std::string calls;
+  /// Exit status, or 128 and the number of the signal that ended it.
+  int status;
+};
+
+/// Runs a line of bash in a cleared environment, where `orskapp` is the program of this build and
+/// its client library the recording one.
+ShellOutcome runShell(const std::string& line);

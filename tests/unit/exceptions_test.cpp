@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "errors/console_exceptions.h"
+#include "errors/library_exception.h"
+
+namespace {
+
+int releases = 0;
+bool libraryResize(zuerr_Status* status, std::uint32_t newSize) {
+  if (newSize != 0) return false;
+  ++releases;
+  std::free(status->json);
+  status->json = nullptr;
+  status->capacity = 0;
+  return true;
+}
+
+/// Leaves `code` in a record, with a text under our callback or the library's.
+void leave(zuerr_Status* status, std::int32_t code, bool librarysBuffer) {
+  status->code = code;
+  EXPECT_EQ(zuerr_defaultResize, status->resize);
+  zuerr_setJson(status, "[1]");
+  if (librarysBuffer) status->resize = libraryResize;
+}
+
+/// Closes a scope in the course of another exception.
+struct ClosesInFlight {
+  bool librarysBuffer;
+  ~ClosesInFlight() {
+    zuerr::ScopedStatus status;
+    leave(&status, -1, librarysBuffer);
+  }
+};
+
+TEST(ScopedStatus, ThrowsErrorsAndReleasesEveryTextOnce) {
+  for (const bool librarysBuffer : {false, true}) {
+    const int expectedReleases = librarysBuffer ? 1 : 0;
+    for (const std::int32_t code : {0, 1, 3, INT32_MAX, -1, -9, INT32_MIN}) {
+      releases = 0;
+      bool thrown = false;
+      try {
+        zuerr::ScopedStatus status;
+        leave(&status, code, librarysBuffer);
+      } catch (const zuerr::ExceptionBase& error) {
+        thrown = true;
+        EXPECT_EQ(code, error.status.code);
+        EXPECT_STREQ("[1]", error.what());
+        EXPECT_EQ(zuerr_defaultResize, error.status.resize);
+      }
+      EXPECT_EQ(code < 0, thrown) << code;
+      EXPECT_EQ(expectedReleases, releases) << code;
+    }
+    releases = 0;
+    try {
+      const ClosesInFlight closing{librarysBuffer};
+      throw 17;
+    } catch (int arrived) {
+      EXPECT_EQ(17, arrived);
+    }
+    EXPECT_EQ(expectedReleases, releases);
+  }
+}
+
+TEST(LibraryException, CopyTakesTheText) {
+  zuerr::Exception source;
+  EXPECT_STREQ("", source.what());
+  zuerr::Exception ofSuccess(source);
+  EXPECT_EQ(0, ofSuccess.status.code);
+  leave(&source.status, -5, false);
+  zuerr::Exception copy(source);
+  EXPECT_STREQ("[1]", static_cast<const std::exception&>(copy).what());
+  EXPECT_STREQ("[1]", copy.zuerr::ExceptionBase::what());
+  EXPECT_EQ(-5, copy.status.code);
+  EXPECT_STREQ("", source.what());
+  EXPECT_EQ(-5, source.status.code);
+}
+
+template <typename Exception>
+void expectConsoleException() {
+  try {
+    throw Exception("message");
+  } catch (const zuerr::ExceptionBase&) {
+    FAIL();
+  } catch (const SyncDomainConsoleException& error) {
+    EXPECT_STREQ("message", error.what());
+    EXPECT_EQ("", error.detail);
+  }
+  static_assert(std::is_base_of_v<std::runtime_error, Exception>);
+}
+
+TEST(ConsoleException, AreOneFamily) {
+  expectConsoleException<NoCmdException>();
+  expectConsoleException<InvalidCmdException>();
+  expectConsoleException<MissingArgException>();
+  expectConsoleException<InvalidArgException>();
+  expectConsoleException<MissingOptionException>();
+  expectConsoleException<TooManyOptionsException>();
+}
+
+}  // namespace

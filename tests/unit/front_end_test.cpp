@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <boost/lexical_cast.hpp>
+#include <optional>
+
+#include "errors/console_exceptions.h"
+#include "grammar/option_access.h"
+#include "grammar/output.h"
+#include "main/command_line.h"
+
+namespace {
+
+// Each line is there as soon as it is printed, without waiting for the process to end.
+TEST(Output, IsFlushedLineByLine) {
+  int ends[2];
+  ASSERT_EQ(0, pipe(ends));
+  const int standardOutput = dup(STDOUT_FILENO);
+  dup2(ends[1], STDOUT_FILENO);
+  char read1[64] = "", read2[64] = "";
+  printLine({"a ", "line"});
+  const auto size1 = read(ends[0], read1, sizeof read1);
+  printSuccess({{"-q", false}, {"-t", true}}, {"done"});
+  printSuccess({{"-q", true}, {"-t", false}}, {"hidden"});
+  printLine({});
+  const auto size2 = read(ends[0], read2, sizeof read2);
+  dup2(standardOutput, STDOUT_FILENO);
+  for (const int descriptor : {ends[0], ends[1], standardOutput}) close(descriptor);
+  EXPECT_EQ("a line\n", std::string(read1, static_cast<std::size_t>(size1)));
+  EXPECT_EQ("SUCCESS: done\n\n", std::string(read2, static_cast<std::size_t>(size2)));
+}
+
+TEST(CommandLine, MayHoldNotEvenAProgramName) {
+  const char* const none[] = {nullptr};
+  EXPECT_THROW(readCommandLine(0, none), NoCmdException);
+}
+
+TEST(CommandLine, KeepsWhatItRead) {
+  const char* const words[] = {"orskapp", "list", "correlators", "create", "-q", "--a",
+                               "-t",      "--a",  "1",           "--b",    "",   nullptr};
+  const CommandLine line = readCommandLine(11, words);
+  EXPECT_EQ("list", line.command);
+  EXPECT_EQ((ArgumentList{"correlators", "create"}), line.arguments);
+  EXPECT_EQ((FlagMap{{"-q", true}, {"-t", true}}), line.flags);
+  EXPECT_EQ((OptionMap{{"a", "-t"}, {"a", "1"}, {"b", ""}}), line.options);
+  EXPECT_EQ((FlagMap{{"-q", false}, {"-t", false}}), readCommandLine(2, words).flags);
+}
+
+template <typename T>
+struct Conversion {
+  std::string text;
+  std::optional<T> value;
+};
+
+template <typename T>
+void expectConversions(std::initializer_list<Conversion<T>> rows) {
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.text);
+    const OptionMap options{{"n", row.text}};
+    if (row.value) {
+      EXPECT_EQ(*row.value, getOption<T>("n", options));
+    } else {
+      EXPECT_THROW(getOption<T>("n", options), boost::bad_lexical_cast);
+    }
+  }
+}
+
+TEST(GetOption, ConvertsWholeTextsInRange) {
+  expectConversions<std::string>({{"", ""}, {" a b", " a b"}, {"1", "1"}});
+  expectConversions<bool>({{"0", false},
+                           {"1", true},
+                           {"+0", false},
+                           {"+1", true},
+                           {"-0", false},
+                           {"001", true},
+                           {"+00", false},
+                           {"-000", false},
+                           {"-1", {}},
+                           {"2", {}},
+                           {"10", {}},
+                           {"", {}},
+                           {"+", {}},
+                           {"true", {}},
+                           {"false", {}},
+                           {" 1", {}},
+                           {"1 ", {}}});
+  expectConversions<std::uint32_t>({{"0", 0},
+                                    {"007", 7},
+                                    {"+7", 7},
+                                    {"4294967295", 4294967295},
+                                    {"-1", 4294967295},
+                                    {"-0", 0},
+                                    {"-4294967295", 1},
+                                    {"4294967296", {}},
+                                    {"-4294967296", {}},
+                                    {"", {}},
+                                    {"+", {}},
+                                    {"-", {}},
+                                    {" 1", {}},
+                                    {"1 ", {}},
+                                    {"1.0", {}},
+                                    {"1,000", {}},
+                                    {"0x1", {}},
+                                    {"--1", {}}});
+  expectConversions<std::uint64_t>({{"18446744073709551615", UINT64_MAX},
+                                    {"-1", UINT64_MAX},
+                                    {"0000000000000000000000018446744073709551615", UINT64_MAX},
+                                    {"18446744073709551616", {}},
+                                    {"1.5", {}}});
+}
+
+TEST(GetOption, WantsTheOptionExactlyOnce) {
+  const OptionMap options{{"once", "1"}, {"twice", "1"}, {"twice", "1"}};
+  EXPECT_EQ("1", getOption<std::string>("once", options));
+  EXPECT_THROW(getOption<std::string>("never", options), MissingOptionException);
+  EXPECT_THROW(getOption<bool>("twice", options), TooManyOptionsException);
+}
+
+}  // namespace

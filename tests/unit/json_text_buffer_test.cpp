@@ -1,0 +1,298 @@
+#include "errors/json_text_buffer.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "unit/block.h"
+
+namespace {
+
+TEST(JsonTextBuffer, EscapesEveryByteAsAgreed) {
+  const std::string letters = "\b\t\n\f\r\"\\";
+  const std::string escaped = "btnfr\"\\";
+  for (int byte = 1; byte < 256; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    std::string expected = text;
+    char hex[8];
+    if (const auto index = letters.find(text); index != std::string::npos) {
+      expected = std::string("\\") + escaped[index];
+    } else if (byte < 0x20 || byte == 0x7F) {
+      std::snprintf(hex, sizeof hex, "\\u%04x", static_cast<unsigned>(byte));
+      expected = hex;
+    }
+    const std::size_t length = jsonbuf_escapedLength(text.c_str());
+    ASSERT_EQ(expected.size(), length) << byte;
+    std::string written(length, '#');
+    ASSERT_EQ(written.data() + length, jsonbuf_escape(written.data(), text.c_str())) << byte;
+    ASSERT_EQ(expected, written) << byte;
+  }
+}
+
+TEST(JsonTextBuffer, InitLaysTextOutOrFails) {
+  struct {
+    const char* own;
+    const char* text;
+    std::size_t size;
+    std::ptrdiff_t last;  // -1: fails
+  } const rows[] = {
+      {"", "{}", 4, 1},        {"", "{}", 9, 1},         {"", "{}", 3, -1},
+      {"", "{}", 0, -1},       {"", "", 2, 0},           {"", "", 1, -1},
+      {"[12]", nullptr, 6, 3}, {"[12]", nullptr, 5, -1}, {"[12]", nullptr, 4, -1},
+  };
+  for (const auto& row : rows) {
+    const std::unique_ptr<char[]> buffer(new char[row.size]);
+    std::memset(buffer.get(), '#', row.size);
+    std::memcpy(buffer.get(), row.own, std::min(row.size, std::strlen(row.own) + 1));
+    const std::string before(buffer.get(), row.size);
+    char* const last = jsonbuf_init(buffer.get(), row.size, row.text);
+    SCOPED_TRACE(testing::Message()
+                 << row.size << " bytes for " << (row.text ? row.text : row.own));
+    if (row.last < 0) {
+      EXPECT_EQ(nullptr, last);
+      EXPECT_EQ(before, std::string(buffer.get(), row.size));
+    } else {
+      EXPECT_EQ(buffer.get() + row.last, last);
+      EXPECT_STREQ(row.text ? row.text : row.own, buffer.get());
+      EXPECT_EQ("text, zeros, J", Block::layoutOf(buffer.get(), row.size));
+    }
+  }
+}
+
+TEST(JsonTextBuffer, FindEndTakesAgreedTexts) {
+  const char* const texts[] = {
+      "{}",
+      "[]",
+      "[ \t\n\r]",
+      "{ }",
+      "[[],{}]",
+      R"({"a":{},"b":[{}]})",
+      R"([{"":[]},[]])",
+      R"({ "a" : 1 , "b" : [ true , false , null ] } )",
+      R"(["}]","[{","\"}","\\"])",
+      R"(["\"\/\\\b\f\n\r\t\u09aF"])",
+      "[\"\x7f\xff\"]",
+      "[0,12,-3,-,1.,1.5,-.5,00,1e5,1E5,1e+,1E-2,1.e+07,9]",
+      R"({"a":-}  )",
+  };
+  for (const std::string text : texts) {
+    const std::size_t end = text.find_last_of("]}");
+    for (const char* tail : {"", "]", "}", ",x"}) {
+      const Block block(text + tail, 0);
+      EXPECT_EQ(block.at(end), jsonbuf_findEnd(block.at(0))) << text << tail;
+    }
+  }
+}
+
+TEST(JsonTextBuffer, FindEndRefusesTheRest) {
+  const char* const texts[] = {
+      "",
+      " {}",
+      "1",
+      "\"a\"",
+      "null",
+      "{",
+      "[",
+      "{]",
+      "[}",
+      "[{]}",
+      "[[]",
+      "{\"a\":[}]",
+      "[,]",
+      "[1,]",
+      "[,1]",
+      "[1 2]",
+      "[1,,2]",
+      "{,}",
+      "{1:2}",
+      "{a:1}",
+      R"({"a"})",
+      R"({"a":})",
+      R"({"a" 1})",
+      R"({"a":1,})",
+      R"({"a":1 "b":2})",
+      R"({"a":1,,"b":2})",
+      R"({"a)",
+      R"(["a)",
+      "[\"\n\"]",
+      "[\"\x1f\"]",
+      R"(["\)",
+      R"(["\x"])",
+      R"(["\u12"])",
+      R"(["\u123g"])",
+      R"(["\u123G"])",
+      R"(["\u/123"])",
+      R"(["\u:123"])",
+      R"(["\u@123"])",
+      R"(["\u`123"])",
+      R"(["\u)",
+      "[.5]",
+      "[+1]",
+      "[1e]",
+      "[1e.]",
+      "[1E]",
+      "[--1]",
+      "[1.2.3]",
+      "[/]",
+      "[:]",
+      "[tru]",
+      "[truex]",
+      "[True]",
+      "[falsy]",
+      "[nul]",
+      "[\v1]",
+      "[1\f]",
+      "{\"a\":1]",
+      "[\"a\":1]",
+      R"({"a":"b":1})",
+      "['a']",
+  };
+  for (const char* text : texts) {
+    const Block block(text, 0);
+    EXPECT_EQ(nullptr, jsonbuf_findEnd(block.at(0))) << text;
+  }
+}
+
+TEST(JsonTextBuffer, FindEndFollowsAnyNesting) {
+  const std::size_t depth = 1'000'000;
+  const Block open(std::string(depth, '['), 0);
+  EXPECT_EQ(nullptr, jsonbuf_findEnd(open.at(0)));
+  const Block closed(std::string(depth, '[') + std::string(depth, ']'), 0);
+  EXPECT_EQ(closed.at(2 * depth - 1), jsonbuf_findEnd(closed.at(0)));
+  std::string mixed;
+  for (int level = 0; level < 1000; ++level) mixed += "{\"\":[";
+  for (int level = 0; level < 1000; ++level) mixed += "]}";
+  const Block alternating(mixed, 0);
+  EXPECT_EQ(alternating.at(mixed.size() - 1), jsonbuf_findEnd(alternating.at(0)));
+}
+
+/// Makes room for two characters and writes them.
+char* insertXx(char* position) {
+  char* const room = jsonbuf_makeRoom(position, 2);
+  return room == nullptr ? nullptr : static_cast<char*>(std::memset(room, 'x', 2)) + 2;
+}
+
+// Every insert, with room to spare, with exactly the room it needs, and with any less.
+TEST(JsonTextBuffer, InsertsInPlaceOrChangesNothing) {
+  using Insert = std::function<char*(char*)>;
+  const auto string = [](const char* key, const char* value) -> Insert {
+    return [=](char* position) { return jsonbuf_insertString(position, key, value); };
+  };
+  const auto number = [](const char* key, int value) -> Insert {
+    return [=](char* position) { return jsonbuf_insertInt(position, key, value); };
+  };
+  const auto object = [](const char* key) -> Insert {
+    return [=](char* position) { return jsonbuf_insertObject(position, key); };
+  };
+  // The insertion point is marked "^" in `before`, the returned position in `after`.
+  struct {
+    const char* before;
+    Insert insert;
+    const char* after;
+  } const rows[] = {
+      // at a closing bracket
+      {"{^}", insertXx, "{xx^}"},
+      {"{ \t\r\n^}", insertXx, "{ \t\r\nxx^}"},
+      {"{\"a\":1^}", insertXx, "{\"a\":1,xx^}"},
+      {"[1 ^]", insertXx, "[1 ,xx^]"},
+      {"[[]^]", insertXx, "[[],xx^]"},
+      {"[[^]]", insertXx, "[[xx^]]"},
+      {"[{^},1]", insertXx, "[{xx^},1]"},
+      {"{^]", insertXx, "{,xx^]"},
+      // at the text's end, and before a comma
+      {"^", insertXx, "xx^"},
+      {"1^", insertXx, "1xx^"},
+      {"[1^,2]", insertXx, "[1,xx^,2]"},
+      // at an opening bracket
+      {"^{}", insertXx, "{xx^}"},
+      {"^[ \n]", insertXx, "[xx^ \n]"},
+      {"^[1]", insertXx, "[xx^,1]"},
+      {"^[[1],2]", insertXx, "[xx^,[1],2]"},
+      {"^[{}]", insertXx, "[xx^,{}]"},
+      {"[^[]]", insertXx, "[[xx^]]"},
+      {"{\"a\":^{\"b\":[]}}", insertXx, "{\"a\":{xx^,\"b\":[]}}"},
+      {"^[}]", insertXx, "[xx^,}]"},
+      // members
+      {"{^}", string("k", "v"), R"({"k":"v"^})"},
+      {"{\"a\":1^}", string("", ""), R"({"a":1,"":""^})"},
+      {"[^]", string(nullptr, "v"), R"(["v"^])"},
+      {"{^}", string("\n", "\t\"\x01\xC3"), "{\"\\n\":\"\\t\\\"\\u0001\xC3\"^}"},
+      {"{^}", number("k", -2147483647 - 1), R"({"k":-2147483648^})"},
+      {"[1^]", number(nullptr, 0), "[1,0^]"},
+      {"{^}", object("k\\"), R"({"k\\":{}^})"},
+      {"[1^]", object(nullptr), "[1,{}^]"},
+  };
+  for (const auto& row : rows) {
+    const auto split = [](std::string text) {
+      const std::size_t mark = text.find('^');
+      return std::pair(text.erase(mark, 1), mark);
+    };
+    const auto [before, from] = split(row.before);
+    const auto [after, to] = split(row.after);
+    const std::size_t needed = after.size() - before.size();
+    for (std::size_t room = 0; room <= needed + 2; ++room) {
+      SCOPED_TRACE(testing::Message() << row.before << " with " << room << " free bytes");
+      const Block block(before, room);
+      char* const position = row.insert(block.at(from));
+      EXPECT_TRUE(block.isLaidOut());
+      EXPECT_EQ(room < needed ? before : after, block.text());
+      EXPECT_EQ(room < needed ? nullptr : block.at(to), position);
+    }
+  }
+}
+
+TEST(JsonTextBuffer, NullPositionFails) {
+  const JsonGrower grower{[](char*, void*) -> char* { throw "asked to grow"; }, nullptr};
+  EXPECT_EQ(nullptr, jsonbuf_makeRoom(nullptr, 1));
+  EXPECT_EQ(nullptr, jsonbuf_insertString(nullptr, "k", "v"));
+  EXPECT_EQ(nullptr, jsonbuf_insertInt(nullptr, "k", 1));
+  EXPECT_EQ(nullptr, jsonbuf_insertObject(nullptr, "k"));
+  EXPECT_EQ(nullptr, jsonbuf_leaveObject(nullptr));
+  EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(nullptr, "k", "v", &grower));
+  EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(nullptr, "k", &grower));
+}
+
+/// Grows one byte at a time, and fails at `size`.
+struct OneByteGrower {
+  explicit OneByteGrower(std::size_t limit) : most(limit) {}
+
+  static char* grow(char* position, void* context) {
+    auto& self = *static_cast<OneByteGrower*>(context);
+    if (self.room == self.most) return nullptr;
+    const auto offset = static_cast<std::size_t>(position - self.block->at(0));
+    self.block = std::make_unique<Block>(self.block->text(), ++self.room);
+    return self.block->at(offset);
+  }
+
+  std::size_t most;
+  std::size_t room = 0;
+  std::unique_ptr<Block> block = std::make_unique<Block>("{}", 0);
+  JsonGrower grower{grow, this};
+};
+
+TEST(JsonTextBuffer, GrowsWhileThereIsNoRoom) {
+  const std::string expected = R"({"o":{"k":"v","s":"t"},"e":{}})";
+  OneByteGrower growing(expected.size() - 2);
+  char* position = jsonbuf_insertObjectGrowing(growing.block->at(1), "o", &growing.grower);
+  ASSERT_EQ('}', *position);
+  position = jsonbuf_insertStringGrowing(position, "k", "v", &growing.grower);
+  position = jsonbuf_insertStringGrowing(position, "s", std::string("t\0u", 3), &growing.grower);
+  position = jsonbuf_leaveObject(position);
+  position = jsonbuf_insertObjectGrowing(position, "e", &growing.grower);
+  EXPECT_EQ(expected, growing.block->text());
+  EXPECT_EQ(growing.block->at(expected.size() - 2), position);
+  EXPECT_TRUE(growing.block->isLaidOut());
+}
+
+TEST(JsonTextBuffer, GivesUpWhenGrowthDoes) {
+  OneByteGrower growing(3);
+  const JsonGrower none{nullptr, nullptr};
+  const JsonGrower* const growers[] = {&growing.grower, &none, nullptr};
+  for (const JsonGrower* grower : growers) {
+    EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(growing.block->at(1), "k", "v", grower));
+    EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(growing.block->at(1), "k", grower));
+    EXPECT_EQ("{}", growing.block->text());
+  }
+}
+
+}  // namespace
