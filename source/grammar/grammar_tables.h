@@ -159,3 +159,15 @@ constexpr bool isOneOf(const std::array<std::string_view, size>& words, std::str
   }
   return false;
 }
+
+/// The rows of a table from the last to the first, for a range-based loop.
+template <typename Table>
+struct NewestFirst {
+  const Table& table;
+
+  constexpr auto begin() const { return table.rbegin(); }
+  constexpr auto end() const { return table.rend(); }
+};
+
+template <typename Table>
+NewestFirst(const Table&) -> NewestFirst<Table>;

@@ -4,26 +4,22 @@
 
 #include "grammar/grammar_tables.h"
 
-namespace {
-
-void print(std::string_view part) {
-  std::fwrite(part.data(), 1, part.size(), stdout);
+void printText(std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
-void printRest(std::initializer_list<std::string_view> parts) {
-  for (const std::string_view part : parts) print(part);
-  print("\n");
+void printLine(std::initializer_list<std::string_view> parts) {
+  for (const std::string_view part : parts) printText(part);
+  printText("\n");
   std::fflush(stdout);
 }
 
-}  // namespace
-
-void printLine(std::initializer_list<std::string_view> parts) {
-  printRest(parts);
+bool isQuiet(const FlagMap& flags) {
+  return flags.at(std::string(quietFlag));
 }
 
 void printSuccess(const FlagMap& flags, std::initializer_list<std::string_view> parts) {
-  if (flags.at(std::string(quietFlag))) return;
-  print("SUCCESS: ");
-  printRest(parts);
+  if (isQuiet(flags)) return;
+  printText("SUCCESS: ");
+  printLine(parts);
 }

@@ -8,8 +8,14 @@
 
 #include "grammar/parsed_words.h"
 
+/// Prints `text` as the start of a line that another call ends.
+void printText(std::string_view text);
+
 /// Prints a line made of `parts`.
 void printLine(std::initializer_list<std::string_view> parts);
+
+/// Whether confirmations are suppressed.
+bool isQuiet(const FlagMap& flags);
 
 /// Prints the confirmation "SUCCESS: " and `parts`, unless quiet mode is on.
 void printSuccess(const FlagMap& flags, std::initializer_list<std::string_view> parts);

@@ -2,33 +2,32 @@
 
 #include "grammar/option_access.h"
 #include "grammar/output.h"
-#include "service/api_wrapper.h"
 #include "service/parameter_document.h"
 #include "service/service_call.h"
 
+using orsksapi::ApiWrapper;
+
 namespace {
 
-using ResourceOperation = void (orsksapi::ApiWrapper::*)(const std::string& paramsName,
-                                                         const std::string& paramsJson,
-                                                         zuerr_Status* status);
+using ResourceOperation = void (ApiWrapper::*)(const std::string& paramsName,
+                                               const std::string& paramsJson, zuerr_Status* status);
 
 void runResourceCommand(ResourceOperation operation, std::string_view confirmation,
                         const OptionMap& options, const FlagMap& flags) {
   const auto remoteHost = getOption<std::string>("remoteHost", options);
   const ParameterDocument document = networkDeviceParams(remoteHost);
-  callService(
-      [&](zuerr_Status* status) { (apiWrapper.*operation)(document.name, document.json, status); });
+  callService(operation, document.name, document.json);
   printSuccess(flags, {confirmation, remoteHost});
 }
 
 }  // namespace
 
 void loadResources(const OptionMap& options, const FlagMap& flags) {
-  runResourceCommand(&orsksapi::ApiWrapper::loadResources,
-                     "Loaded resources from remoteHost = ", options, flags);
+  runResourceCommand(&ApiWrapper::loadResources, "Loaded resources from remoteHost = ", options,
+                     flags);
 }
 
 void unloadResources(const OptionMap& options, const FlagMap& flags) {
-  runResourceCommand(&orsksapi::ApiWrapper::unloadResources,
-                     "Unloaded resources from remoteHost = ", options, flags);
+  runResourceCommand(&ApiWrapper::unloadResources, "Unloaded resources from remoteHost = ", options,
+                     flags);
 }

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "errors/library_exception.h"
+#include "service/api_wrapper.h"
 
-/// Makes one library call: `call` gets the address of a fresh status record and passes it on as
-/// the library function's last argument. Returns what `call` returns. Throws `zuerr::Exception`
-/// when the library left an error, before any result can be looked at; a warning is dropped.
-template <typename Call>
-auto callService(Call call) {
+/// Makes one library call: `operation` of `apiWrapper` with `arguments` and, last, the address of a
+/// fresh status record. Returns what the operation returns. Throws `zuerr::Exception` when the
+/// library left an error, before any result can be looked at; a warning is dropped.
+template <typename Operation, typename... Arguments>
+auto callService(Operation operation, const Arguments&... arguments) {
   zuerr::ScopedStatus status;
-  return call(static_cast<zuerr_Status*>(&status));
+  return (apiWrapper.*operation)(arguments..., &status);
 }

@@ -10,6 +10,7 @@
 //   ORSK_TEST_FILL    byte to fill a whole output buffer with, leaving no NUL
 //   ORSK_TEST_TIME    "seconds nanoseconds fraction negative" to put into an output time
 //   ORSK_TEST_RESULT  number to return; default 0
+//   ORSK_TEST_DELAY_MS milliseconds that an answer takes
 //   ORSK_TEST_THROW   throws a number through the interface, after leaving the status
 
 #include <fcntl.h>
@@ -141,6 +142,7 @@ class Call {
 
   std::uint32_t answer() {
     log(line_.str() + ")\n");
+    usleep(1000 * static_cast<useconds_t>(std::atoi(environment("ORSK_TEST_DELAY_MS", "0"))));
     if (std::getenv("ORSK_TEST_THROW") != nullptr) throw 1;
     return static_cast<std::uint32_t>(
         std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));

@@ -4,10 +4,12 @@
 #include <boost/lexical_cast.hpp>
 #include <optional>
 
+#include "diagnostics/trace.h"
 #include "errors/console_exceptions.h"
 #include "grammar/option_access.h"
 #include "grammar/output.h"
 #include "main/command_line.h"
+#include "main/dispatch.h"
 
 namespace {
 
@@ -44,6 +46,22 @@ TEST(CommandLine, KeepsWhatItRead) {
   EXPECT_EQ((FlagMap{{"-q", true}, {"-t", true}}), line.flags);
   EXPECT_EQ((OptionMap{{"a", "-t"}, {"a", "1"}, {"b", ""}}), line.options);
   EXPECT_EQ((FlagMap{{"-q", false}, {"-t", false}}), readCommandLine(2, words).flags);
+}
+
+// The grammar's check lets no such word through; the tables and the dispatch would have to
+// disagree.
+TEST(Dispatch, ReportsACommandWithoutABranch) {
+  static std::string trace;
+  const auto write = orskdbg_write;
+  orskdbg_write = [](const char* line) { trace += line; };
+  EXPECT_THROW(runCommand({"noCommand", {}, {}, {}}), InvalidArgException);
+  orskdbg_write = write;
+  EXPECT_EQ(
+      "[orskapp|source/main|1027] !!ASSERT!!\n"
+      "[   orskapp|                     source/main|1027] ASSERT(false)\n"
+      "[   orskapp|                     source/main|1027]  ERROR: Did not implement all "
+      "commands.\n",
+      trace);
 }
 
 template <typename T>

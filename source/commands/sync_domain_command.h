@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+#include "grammar/parsed_words.h"
+
+/// Carries out the `syncDomain` command's `action`. Throws what `getOption` and `callService`
+/// throw, and `InvalidArgException` for a word that is not one of its actions.
+void runSyncDomainCommand(const std::string& action, const OptionMap& options,
+                          const FlagMap& flags);

@@ -1,0 +1,37 @@
+#include "grammar/help.h"
+
+#include <algorithm>
+
+#include "grammar/grammar_tables.h"
+#include "grammar/output.h"
+
+namespace {
+
+template <typename Table>
+bool hasRowOf(const Table& table, std::string_view command) {
+  return std::any_of(table.begin(), table.end(),
+                     [command](const auto& row) { return row.command == command; });
+}
+
+void printArgumentHelp(const CommandArgument& argument) {
+  printLine({"      ", argument.argument});
+  for (const ArgumentOption& row : NewestFirst{argumentOptions}) {
+    if (row.command != argument.command || row.argument != argument.argument) continue;
+    printLine({"         --", row.option, row.helpHint});
+  }
+}
+
+}  // namespace
+
+void printCommandHelp(const std::string& command) {
+  const bool takesArgument = hasRowOf(commandArguments, command);
+  const bool takesOptions = hasRowOf(commandOptions, command) || hasRowOf(argumentOptions, command);
+  printLine(
+      {"\n   ", command, takesArgument ? " [arg]" : "", takesOptions ? " --[optionN] [valN]" : ""});
+  for (const CommandOption& row : NewestFirst{commandOptions}) {
+    if (row.command == command) printLine({"      --", row.option});
+  }
+  for (const CommandArgument& row : NewestFirst{commandArguments}) {
+    if (row.command == command) printArgumentHelp(row);
+  }
+}

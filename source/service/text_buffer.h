@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+/// A buffer of `capacity` zero bytes that a library call puts a text into.
+template <std::size_t capacity>
+class TextBuffer {
+ public:
+  char* data() { return bytes_; }
+  static constexpr std::size_t size() { return capacity; }
+
+  /// The text up to its NUL, or all bytes if the library left none.
+  std::string_view text() const { return {bytes_, strnlen(bytes_, capacity)}; }
+
+ private:
+  char bytes_[capacity] = {};
+};
