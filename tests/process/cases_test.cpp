@@ -1,6 +1,7 @@
 // Runs the cases of tests/cases: each is a paragraph that reads as a session does.
 //   # comment
 //   $ the line that bash runs
+//   + another line of the same script
 //   > a line of standard output
 //   ! a line of standard error
 //   @ a call that the recording library saw
@@ -55,6 +56,7 @@ std::string marked(char mark, const std::string& text) {
 std::vector<Case> readCases() {
   std::vector<Case> cases;
   for (const auto& file : std::filesystem::directory_iterator(ORSK_TEST_CASES)) {
+    if (file.path().extension() != ".txt") continue;
     std::ifstream lines(file.path());
     int number = 0;
     for (std::string line; std::getline(lines, line);) {
@@ -62,6 +64,8 @@ std::vector<Case> readCases() {
       if (line.starts_with("$ ")) {
         cases.push_back(
             {file.path().stem().string() + "_line_" + std::to_string(number), line.substr(2), ""});
+      } else if (line.starts_with("+ ")) {
+        cases.back().line += '\n' + line.substr(2);
       } else if (!line.empty() && line[0] != '#') {
         cases.back().expected += line + '\n';
       }
@@ -77,7 +81,8 @@ TEST_P(Cases, LeavesExactlyThis) {
   EXPECT_EQ(GetParam().expected, marked('>', outcome.output) + marked('!', outcome.errors) +
                                      marked('@', outcome.calls) + "= " +
                                      std::to_string(outcome.status) + '\n')
-      << "reproduce: LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY " PATH=" ORSK_TEST_BIN ":$PATH bash -c '"
+      << "reproduce: LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY " PATH=" ORSK_TEST_BIN
+         ":$PATH BASH_ENV=" ORSK_TEST_FUNCTIONS " bash -c '"
       << GetParam().line << "'";
 }
 

@@ -38,8 +38,14 @@ ShellOutcome runShell(const std::string& line) {
   const Scratch scratch;
   const std::string log = "ORSK_TEST_LOG=" + (scratch.path / "calls").string();
   const char* const arguments[] = {"bash", "--norc", "-c", line.c_str(), nullptr};
-  const char* const environment[] = {"PATH=" ORSK_TEST_BIN ":/usr/bin:/bin", "LC_ALL=C",
-                                     "LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY, log.c_str(), nullptr};
+  const std::string state = "ORSK_SIMULATOR_STATE=" + (scratch.path / "state.json").string();
+  const char* const environment[] = {"PATH=" ORSK_TEST_BIN ":/usr/bin:/bin",
+                                     "LC_ALL=C",
+                                     "LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY,
+                                     "BASH_ENV=" ORSK_TEST_FUNCTIONS,
+                                     log.c_str(),
+                                     state.c_str(),
+                                     nullptr};
 
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);

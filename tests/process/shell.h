@@ -12,6 +12,6 @@ struct ShellOutcome {
   int status;
 };
 
-/// Runs a line of bash in a cleared environment, where `orskapp` is the program of this build and
-/// its client library the recording one.
+/// Runs a line of bash in a cleared environment, where `orskapp` is the program of this build, its
+/// client library the recording one, and the functions of tests/cases/functions.bash are known.
 ShellOutcome runShell(const std::string& line);
