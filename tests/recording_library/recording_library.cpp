@@ -5,7 +5,8 @@
 //   ORSK_TEST_TEXT    error text to leave
 //   ORSK_TEST_PADDING number of bytes "x" that follow the error text
 //   ORSK_TEST_OWNER   who keeps the error text: "caller" (default; through the record's callback),
-//                     "library" (the record comes back with our callback), "nobody" (and with none)
+//                     "library" (the record comes back with our callback), "nobody" (and with
+//                     none), "both" (through the record's callback, which is then replaced by ours)
 //   ORSK_TEST_OUTPUT  text to put into an output buffer
 //   ORSK_TEST_FILL    byte to fill a whole output buffer with, leaving no NUL
 //   ORSK_TEST_TIME    "seconds nanoseconds fraction negative" to put into an output time
@@ -27,7 +28,15 @@
 #include "orsksapi.h"
 #include "service/timestamp.h"
 
+/// Told when this library's own work begins and ends, by who makes allocations fail and means the
+/// program's.
+extern "C" __attribute__((weak)) void orskTestLibraryAtWork(bool atWork);
+
 namespace {
+
+void setAtWork(bool atWork) {
+  if (orskTestLibraryAtWork != nullptr) orskTestLibraryAtWork(atWork);
+}
 
 void log(const std::string& line) {
   const char* const path = std::getenv("ORSK_TEST_LOG");
@@ -43,18 +52,25 @@ const char* environment(const char* name, const char* otherwise) {
 }
 
 bool releaseOwnText(zuerr_Status* status, std::uint32_t newSize) {
+  setAtWork(true);
   log("release with size " + std::to_string(newSize) + "\n");
+  setAtWork(false);
   std::free(status->json);
   status->json = nullptr;
   status->capacity = 0;
   return true;
 }
 
-/// Gets a buffer as the record's contract says, and checks that it is laid out as agreed.
-void takeCallersBuffer(zuerr_Status* status, std::uint32_t size) {
-  const bool provided = status->resize(status, size) && status->capacity >= size;
+/// Gets a buffer as the record's contract says, and checks that it is laid out as agreed. Returns
+/// whether there is one.
+bool takeCallersBuffer(zuerr_Status* status, std::uint32_t size) {
+  setAtWork(false);
+  const bool provided = status->resize(status, size);
+  setAtWork(true);
+  if (!provided) return false;
   const std::string expected = std::string("{}").append(status->capacity - 3, '\0') + 'J';
-  if (!provided || std::string(status->json, status->capacity) != expected) log("bad buffer\n");
+  if (std::string(status->json, status->capacity) != expected) log("bad buffer\n");
+  return status->capacity >= size;
 }
 
 void leaveText(zuerr_Status* status) {
@@ -63,20 +79,27 @@ void leaveText(zuerr_Status* status) {
   if (text.empty()) return;
   const auto size = static_cast<std::uint32_t>(text.size() + 2);
   const std::string owner = environment("ORSK_TEST_OWNER", "caller");
-  if (owner == "caller") {
-    takeCallersBuffer(status, size);
+  if (owner == "caller" || owner == "both") {
+    if (!takeCallersBuffer(status, size)) return;
   } else {
     status->json = static_cast<char*>(std::malloc(size));
     status->capacity = size;
-    status->resize = owner == "library" ? releaseOwnText : nullptr;
   }
+  if (owner == "library" || owner == "both") status->resize = releaseOwnText;
+  if (owner == "nobody") status->resize = nullptr;
   jsonbuf_init(status->json, status->capacity, text.c_str());
 }
 
 /// One call: collects what its arguments were, then answers in them.
 class Call {
  public:
-  explicit Call(const char* function) { line_ << function << '('; }
+  explicit Call(const char* function) {
+    setAtWork(true);
+    line_ << function << '(';
+  }
+  Call(const Call&) = delete;
+  Call& operator=(const Call&) = delete;
+  ~Call() { setAtWork(false); }
 
   Call& text(const char* value) {
     separate();

@@ -1,0 +1,60 @@
+// Every command with its first, second, third … allocation failing, until none is left to fail: an
+// orderly end with an error, or all that a run with enough memory does.
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <sstream>
+
+#include "command_lines.h"
+#include "in_process/in_process_run.h"
+
+namespace {
+
+/// What does not call the library, or has no status.
+const char* const otherLines[] = {
+    "",
+    "help",
+    "help syncDomain -t",
+    "list create",
+    "loadResources --",
+    "loadResources --first --second",
+    "getApiVersion",
+};
+
+/// Returns how many allocations `line` makes, having let each of them fail.
+std::size_t failEveryAllocation(const std::string& line) {
+  std::istringstream stream(line);
+  const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+  const InProcessOutcome whole = runInProcess(words);
+  for (std::size_t number = 1;; ++number) {
+    std::size_t countdown = number;
+    const InProcessOutcome outcome = runInProcess(words, &countdown);
+    if (countdown > 0) {
+      EXPECT_EQ(whole, outcome) << line;
+      return number - 1;
+    }
+    SCOPED_TRACE(line + ", allocation " + std::to_string(number));
+    if (outcome == whole) continue;
+    EXPECT_NE(0, outcome.status);
+    EXPECT_NE(std::string::npos, outcome.errors.find("ERROR: "));
+    EXPECT_EQ(std::string::npos, outcome.output.find("SUCCESS"));
+    EXPECT_EQ(0U, whole.calls.find(outcome.calls));
+  }
+}
+
+TEST(OutOfMemory, EndsEveryCommandInAnOrderlyWay) {
+  std::size_t allocations = 0;
+  for (const int code : {0, -9}) {
+    setenv("ORSK_TEST_CODE", std::to_string(code).c_str(), 1);
+    setenv("ORSK_TEST_TEXT", R"({"error":"text"})", 1);
+    for (const char* owner : {"caller", "library"}) {
+      setenv("ORSK_TEST_OWNER", owner, 1);
+      for (const std::string line : callingLines) allocations += failEveryAllocation(line);
+      for (const std::string line : otherLines) allocations += failEveryAllocation(line);
+    }
+  }
+  EXPECT_GT(allocations, std::size(callingLines));
+}
+
+}  // namespace
