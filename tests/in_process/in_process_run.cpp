@@ -5,20 +5,10 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <new>
 
 #include "main/console.h"
 
 namespace {
-
-/// Allocations until the one that fails; null or 0: none will.
-std::size_t* countdown = nullptr;
-
-bool libraryAtWork = false;
-
-bool failsNow() {
-  return countdown != nullptr && !libraryAtWork && *countdown > 0 && --*countdown == 0;
-}
 
 /// Stands in for one of the C library's streams, and keeps what is written.
 class CaughtStream {
@@ -61,33 +51,8 @@ std::string takeCalls() {
 
 }  // namespace
 
-extern "C" void orskTestLibraryAtWork(bool atWork) {
-  libraryAtWork = atWork;
-}
-
-// The linker leads malloc and realloc of the console's own code here; new stands for all of C++.
-extern "C" void* __real_malloc(std::size_t size);
-extern "C" void* __real_realloc(void* block, std::size_t size);
-extern "C" void* __wrap_malloc(std::size_t size) {
-  return failsNow() ? nullptr : __real_malloc(size);
-}
-extern "C" void* __wrap_realloc(void* block, std::size_t size) {
-  return failsNow() ? nullptr : __real_realloc(block, size);
-}
-void* operator new(std::size_t size) {
-  void* const block = failsNow() ? nullptr : __real_malloc(size);
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
-}
-void operator delete(void* block) noexcept {
-  std::free(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-  std::free(block);
-}
-
 InProcessOutcome runInProcess(const std::vector<std::string>& words,
-                              std::size_t* failingAllocation) {
+                              void (*atConsole)(bool begins)) {
   callLog();
   std::vector<const char*> arguments{"orskapp"};
   for (const std::string& word : words) arguments.push_back(word.c_str());
@@ -96,9 +61,9 @@ InProcessOutcome runInProcess(const std::vector<std::string>& words,
   InProcessOutcome outcome;
   CaughtStream output(stdout);
   CaughtStream errors(stderr);
-  countdown = failingAllocation;
+  if (atConsole != nullptr) atConsole(true);
   outcome.status = runConsole(static_cast<int>(arguments.size()) - 1, arguments.data());
-  countdown = nullptr;
+  if (atConsole != nullptr) atConsole(false);
   outcome.errors = errors.finish();
   outcome.output = output.finish();
   outcome.calls = takeCalls();

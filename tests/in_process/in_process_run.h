@@ -15,7 +15,7 @@ struct InProcessOutcome {
   bool operator==(const InProcessOutcome&) const = default;
 };
 
-/// Runs the console with `words` after the program's name. The N-th allocation of the run fails, if
-/// `failingAllocation` is not 0, and becomes 0 once it has.
+/// Runs the console with `words` after the program's name. `atConsole`, if not null, is told when
+/// the console's own work begins and ends.
 InProcessOutcome runInProcess(const std::vector<std::string>& words,
-                              std::size_t* failingAllocation = nullptr);
+                              void (*atConsole)(bool begins) = nullptr);

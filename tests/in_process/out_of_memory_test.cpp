@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "command_lines.h"
+#include "in_process/failing_allocations.h"
 #include "in_process/in_process_run.h"
 
 namespace {
@@ -28,9 +29,9 @@ std::size_t failEveryAllocation(const std::string& line) {
   const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
   const InProcessOutcome whole = runInProcess(words);
   for (std::size_t number = 1;; ++number) {
-    std::size_t countdown = number;
-    const InProcessOutcome outcome = runInProcess(words, &countdown);
-    if (countdown > 0) {
+    allocationsUntilFailure = number;
+    const InProcessOutcome outcome = runInProcess(words, countAllocations);
+    if (allocationsUntilFailure > 0) {
       EXPECT_EQ(whole, outcome) << line;
       return number - 1;
     }
