@@ -43,7 +43,8 @@ class Document {
 
  private:
   static std::string textOf(const nlohmann::json& value, const char* key) {
-    if (!value.is_string() || value == "") throw Refusal(memberOfWrongType, key);
+    if (!value.is_string() || value.get_ref<const std::string&>().empty())
+      throw Refusal(memberOfWrongType, key);
     return value.get<std::string>();
   }
 

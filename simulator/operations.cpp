@@ -115,14 +115,15 @@ void orsksapi_timestampCorrelator_delete(const char* uri1, const char* uri2, zue
           [&](State& state) { state.correlators.erase(requireCorrelator(state, uri1, uri2)); });
 }
 
-void orsksapi_timestampCorrelator_correlate(const char* source, const char* destination,
-                                            const Timestamp* time, Timestamp* result,
-                                            zuerr_Status* status) {
-  *result = {};
+void orsksapi_timestampCorrelator_correlate(const char* srcTimescaleUri,
+                                            const char* dstTimescaleUri, const Timestamp* srcTime,
+                                            Timestamp* dstTime, zuerr_Status* status) {
+  *dstTime = {};
   perform("timestampCorrelator_correlate", status, [&](State& state) {
-    requireCorrelator(state, source, destination);
+    requireCorrelator(state, srcTimescaleUri, dstTimescaleUri);
     const std::int64_t now = systemTimeNs();
-    *result = shifted(*time, offsetNs(state, destination, now) - offsetNs(state, source, now));
+    *dstTime = shifted(
+        *srcTime, offsetNs(state, dstTimescaleUri, now) - offsetNs(state, srcTimescaleUri, now));
   });
 }
 
@@ -197,7 +198,7 @@ void orsksapi_syncDomain_createAndAddDevices(const char* name, const char* json,
                                              std::size_t size, zuerr_Status* status) {
   performText("syncDomain_createAndAddDevices", buffer, size, status, [&](State& state) {
     const Document document("syncDomainCreateAndAddRemoteDevicesParams", name, json);
-    const std::string timescaleUri = document.textOr(localTimescaleUri, "timescaleUri");
+    std::string timescaleUri = document.textOr(localTimescaleUri, "timescaleUri");
     std::vector<std::string> deviceUris;
     for (const std::string& host : document.texts("remoteHosts")) {
       requireHost(state, host);

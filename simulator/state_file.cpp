@@ -22,7 +22,7 @@ std::filesystem::path statePath() {
     const char* const value = std::getenv(name);
     return std::filesystem::path(value == nullptr ? "" : value);
   };
-  if (const auto path = variable("ORSK_SIMULATOR_STATE"); !path.empty()) return path;
+  if (auto path = variable("ORSK_SIMULATOR_STATE"); !path.empty()) return path;
   // A relative XDG_STATE_HOME is to be ignored: XDG Base Directory Specification.
   auto folder = variable("XDG_STATE_HOME");
   if (!folder.is_absolute()) {
@@ -58,7 +58,8 @@ StateFile::StateFile() {
   const std::string lockPath = path_ + ".lock";
   lock_ = open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (lock_ < 0) failWith(lockPath);
-  while (flock(lock_, LOCK_EX) != 0 && errno == EINTR) continue;
+  while (flock(lock_, LOCK_EX) != 0 && errno == EINTR) {
+  }
 }
 
 StateFile::~StateFile() {

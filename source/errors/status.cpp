@@ -99,6 +99,7 @@ char* zuerr_reserve(zuerr_Status* status, std::uint32_t room) noexcept {
   return jsonbuf_findEnd(status->json);
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): positions are what the C interface says.
 char* zuerr_grow(zuerr_Status* status, char* position) noexcept {
   if (position == nullptr) return nullptr;
   const std::ptrdiff_t offset = position - status->json;

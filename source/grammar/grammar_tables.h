@@ -6,6 +6,7 @@
 /// The rows of one command, and the options of one argument, stand in the order in which handlers
 /// read them. Help visits them newest first, that is from the last row to the first.
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -154,10 +155,7 @@ inline constexpr std::array<ArgumentOption, 33> argumentOptions{{
 /// Whether `word` is one of `words`, byte for byte.
 template <std::size_t size>
 constexpr bool isOneOf(const std::array<std::string_view, size>& words, std::string_view word) {
-  for (const std::string_view candidate : words) {
-    if (candidate == word) return true;
-  }
-  return false;
+  return std::find(words.begin(), words.end(), word) != words.end();
 }
 
 /// The rows of a table from the last to the first, for a range-based loop.

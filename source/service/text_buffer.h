@@ -9,7 +9,7 @@ template <std::size_t capacity>
 class TextBuffer {
  public:
   char* data() { return bytes_; }
-  static constexpr std::size_t size() { return capacity; }
+  std::size_t size() const { return capacity; }
 
   /// The text up to its NUL, or all bytes if the library left none.
   std::string_view text() const { return {bytes_, strnlen(bytes_, capacity)}; }
