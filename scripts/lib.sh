@@ -15,7 +15,7 @@ fail() {
 # What the program and the stand-in library are built with.
 build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
 # What the tests and checks need besides.
-test_packages=(libgtest-dev clang-14 clang-format-14 libclang-rt-14-dev binutils valgrind)
+test_packages=(libgtest-dev clang-14 clang-format-14 libclang-rt-14-dev binutils valgrind mandoc zsh fish)
 
 # install_packages NAME...: installs the Debian packages that are missing; touches the network only then.
 install_packages() {
