@@ -18,8 +18,7 @@ TEST(ForeignException, IsReportedAsUnknown) {
     const InProcessOutcome outcome = runInProcess({"syncDomain", "stop", "-t", "--uri", "d"});
     EXPECT_EQ("ERROR: Unknown exception.\n", outcome.errors);
     EXPECT_EQ("", outcome.output);
-    EXPECT_EQ("orsksapi_syncDomain_stop(\"d\", fresh status)\nrelease with size 0\n",
-              outcome.calls);
+    EXPECT_EQ("orsksapi_syncDomain_stop(\"d\", fresh status)\nrelease with size 0\n", outcome.calls);
     EXPECT_EQ(1, outcome.status);
   }
   unsetenv("ORSK_TEST_THROW");

@@ -13,9 +13,7 @@ namespace {
 /// Stands in for one of the C library's streams, and keeps what is written.
 class CaughtStream {
  public:
-  explicit CaughtStream(FILE*& stream) : stream_(stream), original_(stream) {
-    stream = open_memstream(&text_, &size_);
-  }
+  explicit CaughtStream(FILE*& stream) : stream_(stream), original_(stream) { stream = open_memstream(&text_, &size_); }
   CaughtStream(const CaughtStream&) = delete;
   CaughtStream& operator=(const CaughtStream&) = delete;
   ~CaughtStream() { std::free(text_); }
@@ -51,8 +49,7 @@ std::string takeCalls() {
 
 }  // namespace
 
-InProcessOutcome runInProcess(const std::vector<std::string>& words,
-                              void (*atConsole)(bool begins)) {
+InProcessOutcome runInProcess(const std::vector<std::string>& words, void (*atConsole)(bool begins)) {
   callLog();
   std::vector<const char*> arguments{"orskapp"};
   for (const std::string& word : words) arguments.push_back(word.c_str());

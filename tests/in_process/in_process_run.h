@@ -17,5 +17,4 @@ struct InProcessOutcome {
 
 /// Runs the console with `words` after the program's name. `atConsole`, if not null, is told when
 /// the console's own work begins and ends.
-InProcessOutcome runInProcess(const std::vector<std::string>& words,
-                              void (*atConsole)(bool begins) = nullptr);
+InProcessOutcome runInProcess(const std::vector<std::string>& words, void (*atConsole)(bool begins) = nullptr);

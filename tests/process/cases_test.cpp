@@ -62,8 +62,7 @@ std::vector<Case> readCases() {
     for (std::string line; std::getline(lines, line);) {
       ++number;
       if (line.starts_with("$ ")) {
-        cases.push_back(
-            {file.path().stem().string() + "_line_" + std::to_string(number), line.substr(2), ""});
+        cases.push_back({file.path().stem().string() + "_line_" + std::to_string(number), line.substr(2), ""});
       } else if (line.starts_with("+ ")) {
         cases.back().line += '\n' + line.substr(2);
       } else if (!line.empty() && line[0] != '#') {
@@ -79,10 +78,9 @@ class Cases : public testing::TestWithParam<Case> {};
 TEST_P(Cases, LeavesExactlyThis) {
   const ShellOutcome outcome = runShell(GetParam().line);
   EXPECT_EQ(GetParam().expected, marked('>', outcome.output) + marked('!', outcome.errors) +
-                                     marked('@', outcome.calls) + "= " +
-                                     std::to_string(outcome.status) + '\n')
-      << "reproduce: LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY " PATH=" ORSK_TEST_BIN
-         ":$PATH BASH_ENV=" ORSK_TEST_FUNCTIONS " bash -c '"
+                                     marked('@', outcome.calls) + "= " + std::to_string(outcome.status) + '\n')
+      << "reproduce: LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY " PATH=" ORSK_TEST_BIN ":$PATH BASH_ENV=" ORSK_TEST_FUNCTIONS
+         " bash -c '"
       << GetParam().line << "'";
 }
 

@@ -42,8 +42,7 @@ class HostileLibrary : public testing::TestWithParam<Misbehaviour> {};
 TEST_P(HostileLibrary, DoesNoHarm) {
   const Misbehaviour& row = GetParam();
   for (const std::string line : callingLines) {
-    const ShellOutcome outcome =
-        runShell(std::string(row.environment) + " " ORSK_TEST_RUNNER " orskapp " + line);
+    const ShellOutcome outcome = runShell(std::string(row.environment) + " " ORSK_TEST_RUNNER " orskapp " + line);
     SCOPED_TRACE(line);
     EXPECT_EQ(row.status, outcome.status) << outcome.errors.substr(0, 1000);
     if (row.errors != nullptr || row.status == 0) {

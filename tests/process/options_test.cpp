@@ -25,8 +25,7 @@ std::map<std::string, std::vector<Option>> optionsOfCommands() {
     result[std::string(row.command)].push_back({row.option, row.type});
   }
   for (const ArgumentOption& row : argumentOptions) {
-    result[std::string(row.command) + ' ' + std::string(row.argument)].push_back(
-        {row.option, row.type});
+    result[std::string(row.command) + ' ' + std::string(row.argument)].push_back({row.option, row.type});
   }
   return result;
 }
@@ -79,9 +78,7 @@ class Options : public testing::TestWithParam<std::string> {};
 
 TEST_P(Options, AreReadAsTheTablesSay) {
   const auto options = optionsOfCommands().at(GetParam());
-  const auto line = [&](const std::map<std::size_t, Fault>& faults) {
-    return lineWith(GetParam(), options, faults);
-  };
+  const auto line = [&](const std::map<std::size_t, Fault>& faults) { return lineWith(GetParam(), options, faults); };
   const ShellOutcome outcome = runShell(line({}));
   EXPECT_EQ("", outcome.errors);
   EXPECT_EQ(0, outcome.status);
@@ -94,10 +91,8 @@ TEST_P(Options, AreReadAsTheTablesSay) {
                     "bad lexical cast: source type value could not be interpreted as target");
     }
     if (index == 0) continue;
-    expectRefusal(line({{index - 1, Fault::missing}, {index, Fault::repeated}}),
-                  console_message::missingOption);
-    expectRefusal(line({{index - 1, Fault::repeated}, {index, Fault::missing}}),
-                  console_message::tooManyOptions);
+    expectRefusal(line({{index - 1, Fault::missing}, {index, Fault::repeated}}), console_message::missingOption);
+    expectRefusal(line({{index - 1, Fault::repeated}, {index, Fault::missing}}), console_message::tooManyOptions);
   }
 }
 
@@ -107,12 +102,11 @@ std::vector<std::string> commandsWithOptions() {
   return result;
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, Options, testing::ValuesIn(commandsWithOptions()),
-                         [](const auto& test) {
-                           std::string name = test.param;
-                           std::replace(name.begin(), name.end(), ' ', '_');
-                           return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Of, Options, testing::ValuesIn(commandsWithOptions()), [](const auto& test) {
+  std::string name = test.param;
+  std::replace(name.begin(), name.end(), ' ', '_');
+  return name;
+});
 
 // The rules that the tables keep among themselves.
 TEST(GrammarTables, ReferToWhatExists) {

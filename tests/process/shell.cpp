@@ -56,9 +56,8 @@ ShellOutcome runShell(const std::string& line) {
   redirect(1, (scratch.path / "output").c_str(), O_WRONLY | O_CREAT);
   redirect(2, (scratch.path / "errors").c_str(), O_WRONLY | O_CREAT);
   pid_t child = 0;
-  const int failure =
-      posix_spawn(&child, "/bin/bash", &actions, nullptr, const_cast<char* const*>(arguments),
-                  const_cast<char* const*>(environment));
+  const int failure = posix_spawn(&child, "/bin/bash", &actions, nullptr, const_cast<char* const*>(arguments),
+                                  const_cast<char* const*>(environment));
   posix_spawn_file_actions_destroy(&actions);
   int status = 0;
   if (failure != 0 || waitpid(child, &status, 0) != child) throw std::runtime_error("no shell");

@@ -167,8 +167,7 @@ class Call {
     log(line_.str() + ")\n");
     usleep(1000 * static_cast<useconds_t>(std::atoi(environment("ORSK_TEST_DELAY_MS", "0"))));
     if (std::getenv("ORSK_TEST_THROW") != nullptr) throw 1;
-    return static_cast<std::uint32_t>(
-        std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));
+    return static_cast<std::uint32_t>(std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));
   }
 
  private:
@@ -220,38 +219,25 @@ void orsksapi_timescale_getTime(const char* uri, Timestamp* time, zuerr_Status* 
   Call(__func__).text(uri).output(time).answer(status);
 }
 
-void orsksapi_getCurrentTimescale(const char* remoteHost, char* buffer, std::size_t size,
-                                  zuerr_Status* status) {
+void orsksapi_getCurrentTimescale(const char* remoteHost, char* buffer, std::size_t size, zuerr_Status* status) {
   Call(__func__).text(remoteHost).output(buffer, size).answer(status);
 }
 
-void orsksapi_timestampCorrelator_correlate(const char* source, const char* destination,
-                                            const Timestamp* sourceTime, Timestamp* destinationTime,
-                                            zuerr_Status* status) {
-  Call(__func__)
-      .text(source)
-      .text(destination)
-      .time(sourceTime)
-      .output(destinationTime)
-      .answer(status);
+void orsksapi_timestampCorrelator_correlate(const char* source, const char* destination, const Timestamp* sourceTime,
+                                            Timestamp* destinationTime, zuerr_Status* status) {
+  Call(__func__).text(source).text(destination).time(sourceTime).output(destinationTime).answer(status);
 }
 
 bool orsksapi_syncDomain_start(const char* uri, std::uint32_t timeout, zuerr_Status* status) {
   return static_cast<bool>(Call(__func__).text(uri).number(timeout).answer(status));
 }
 
-void orsksapi_syncDomain_startV2(const char* uri, bool saveInitialCoherency,
-                                 bool waitToBecomeCoherent, std::uint32_t timeout,
-                                 zuerr_Status* status) {
-  Call(__func__)
-      .text(uri)
-      .flag(saveInitialCoherency)
-      .flag(waitToBecomeCoherent)
-      .number(timeout)
-      .answer(status);
+void orsksapi_syncDomain_startV2(const char* uri, bool saveInitialCoherency, bool waitToBecomeCoherent,
+                                 std::uint32_t timeout, zuerr_Status* status) {
+  Call(__func__).text(uri).flag(saveInitialCoherency).flag(waitToBecomeCoherent).number(timeout).answer(status);
 }
 
-void orsksapi_syncDomain_createAndAddDevices(const char* paramsName, const char* paramsJson,
-                                             char* buffer, std::size_t size, zuerr_Status* status) {
+void orsksapi_syncDomain_createAndAddDevices(const char* paramsName, const char* paramsJson, char* buffer,
+                                             std::size_t size, zuerr_Status* status) {
   Call(__func__).text(paramsName).text(paramsJson).output(buffer, size).answer(status);
 }

@@ -9,7 +9,6 @@
 
 #include "errors/library_exception.h"
 #include "orsksapi.h"
-#include "service/timestamp.h"
 
 namespace {
 
@@ -56,15 +55,13 @@ TEST_F(Simulator, RefusesDocuments) {
       {"networkDeviceParams", R"({"remoteHost":null})", -61004},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(row.code, codeOf([&](zuerr_Status* status) {
-                orsksapi_loadResources(row.name, row.json, status);
-              }))
+    EXPECT_EQ(row.code, codeOf([&](zuerr_Status* status) { orsksapi_loadResources(row.name, row.json, status); }))
         << row.name << row.json;
   }
   const char* const numbers[] = {"-1", "4294967296", "1.5", "\"1\"", "null"};
   for (const std::string number : numbers) {
-    const std::string json = R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":)" +
-                             number + R"(,"minSyncDuration_ms":4294967295})";
+    const std::string json = R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":)" + number +
+                             R"(,"minSyncDuration_ms":4294967295})";
     EXPECT_EQ(-61004, codeOf([&](zuerr_Status* status) {
       orsksapi_syncDomain_create("syncDomainParams", json.c_str(), status);
     })) << json;
@@ -76,8 +73,8 @@ TEST_F(Simulator, TerminatesWhateverBufferItIsGiven) {
   for (std::size_t size = 0; size <= expected.size() + 2; ++size) {
     const std::unique_ptr<char[]> buffer(new char[size]);
     std::fill_n(buffer.get(), size, '#');
-    const std::int32_t code = codeOf(
-        [&](zuerr_Status* status) { orsksapi_getTimescaleInfo(buffer.get(), size, status); });
+    const std::int32_t code =
+        codeOf([&](zuerr_Status* status) { orsksapi_getTimescaleInfo(buffer.get(), size, status); });
     const bool fits = size > expected.size();
     EXPECT_EQ(fits ? 0 : -61018, code);
     if (size > 0) {
@@ -94,43 +91,6 @@ TEST_F(Simulator, TerminatesWhateverBufferItIsGiven) {
   }));
   EXPECT_EQ('\0', none[0]);
   EXPECT_EQ(-61010, codeOf([&](zuerr_Status* status) { orsksapi_syncDomain_stop("d", status); }));
-}
-
-TEST_F(Simulator, ClocksFollowTheirDomainWithinItsLimit) {
-  const auto load = [this](const char* json) {
-    codeOf(
-        [&](zuerr_Status* status) { orsksapi_loadResources("networkDeviceParams", json, status); });
-  };
-  /// What a timescale is ahead of the system's clock, in nanoseconds, give or take the calls' time.
-  const auto offset = [this](const char* uri) {
-    Timestamp local{}, time{};
-    EXPECT_EQ(0, codeOf([&](zuerr_Status* status) {
-                orsksapi_timescale_getTime("timescale:local", &local, status);
-              }));
-    EXPECT_EQ(
-        0, codeOf([&](zuerr_Status* status) { orsksapi_timescale_getTime(uri, &time, status); }));
-    return static_cast<std::int64_t>(time.seconds - local.seconds) * 1'000'000'000 +
-           time.nanoseconds - local.nanoseconds;
-  };
-  load(R"({"remoteHost":"a"})");
-  load(R"({"remoteHost":"b"})");
-  const std::int64_t second = 1'000'000'000;
-  EXPECT_GT(std::abs(offset("timescale://a")), second / 10);
-  EXPECT_LE(std::abs(offset("timescale://a")), 10 * second);
-  EXPECT_GT(std::abs(offset("timescale://a") - offset("timescale://b")), second / 10);
-
-  char buffer[64] = "";
-  const char* const json = R"({"uri":"d","timescaleUri":"timescale://a","remoteHosts":["a","b"],)"
-                           R"("maxOffset_ns":1000,"minSyncDuration_ms":0})";
-  const char* const name = "syncDomainCreateAndAddRemoteDevicesParams";
-  EXPECT_EQ(0, codeOf([&](zuerr_Status* status) {
-              orsksapi_syncDomain_createAndAddDevices(name, json, buffer, sizeof buffer, status);
-            }));
-  EXPECT_STREQ("timescale://a", buffer);
-  EXPECT_GT(std::abs(offset("timescale://a") - offset("timescale://b")), second / 10);
-  codeOf([&](zuerr_Status* status) { EXPECT_TRUE(orsksapi_syncDomain_start("d", 0, status)); });
-  EXPECT_LT(std::abs(offset("timescale://a") - offset("timescale://b")), second / 10);
-  EXPECT_GT(std::abs(offset("timescale://a")), second / 10);
 }
 
 }  // namespace

@@ -10,8 +10,7 @@
 class Block {
  public:
   /// A buffer laid out for `text` with `room` free bytes.
-  Block(const std::string& text, std::size_t room)
-      : size_(text.size() + room + 2), bytes_(new char[size_]) {
+  Block(const std::string& text, std::size_t room) : size_(text.size() + room + 2), bytes_(new char[size_]) {
     std::memset(bytes_.get(), '#', size_);
     jsonbuf_init(bytes_.get(), size_, text.c_str());
   }

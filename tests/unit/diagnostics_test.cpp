@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <thread>
 
 #include "diagnostics/monotonic_stop_watch.h"
@@ -43,10 +44,8 @@ TEST_F(Trace, PrefixHasColumns) {
       {"main", 7, "[   orskapp|" + blanks28 + "main|0007] m1\n"},
       {"", 0, "[   orskapp|" + blanks28 + "    |0000] m1\n"},
       {"main", 12345, "[   orskapp|" + blanks28 + "main|2345] m1\n"},
-      {"0123456789012345678901234567890x", 1234,
-       "[   orskapp|0123456789012345678901234567890x|1234] m1\n"},
-      {"-/0123456789012345678901234567890x", 99999,
-       "[   orskapp|0123456789012345678901234567890x|9999] m1\n"},
+      {"0123456789012345678901234567890x", 1234, "[   orskapp|0123456789012345678901234567890x|1234] m1\n"},
+      {"-/0123456789012345678901234567890x", 99999, "[   orskapp|0123456789012345678901234567890x|9999] m1\n"},
   };
   for (const auto& row : rows) {
     written.clear();
@@ -98,6 +97,24 @@ TEST_F(Trace, PrefixStaysWithinTheLine) {
   EXPECT_EQ(std::string(511, 'f'), written);
 }
 
+// Every writer, in a block of exactly the room it is told: the start of its text, and a NUL.
+TEST_F(Trace, PrefixWritersStayWithinTheirRoom) {
+  const orskdbg_VarLine context{"main", 7, "\n"};
+  const std::string texts[] = {"[", "   orskapp", "|", blanks28 + "main", "|", "0007", "] "};
+  for (std::size_t index = 0; index < std::size(texts); ++index) {
+    for (std::size_t room = 1; room <= texts[index].size() + 2; ++room) {
+      const std::unique_ptr<char[]> block(new char[room]);
+      char* const end = orskdbg_prefixWriters[index](block.get(), room, &context);
+      EXPECT_EQ(texts[index].substr(0, room - 1), block.get());
+      EXPECT_EQ(block.get() + std::strlen(block.get()), end);
+    }
+    char untouched = '#';
+    EXPECT_EQ(&untouched, orskdbg_prefixWriters[index](&untouched, 0, &context));
+    EXPECT_EQ('#', untouched);
+  }
+  EXPECT_EQ(nullptr, orskdbg_prefixWriters[std::size(texts)]);
+}
+
 TEST_F(Trace, PlainLineIsCutWithItsEnd) {
   orskdbg_printf("%s|%d\n", "a", 1);
   EXPECT_EQ("a|1\n", written);
@@ -115,8 +132,7 @@ TEST_F(Trace, AssertionTellsTheHandlerLast) {
   EXPECT_EQ("", written);
   ORSK_ASSERT(false, place);
   const std::string prefix = "[   orskapp|" + blanks28 + "main|0007] ";
-  EXPECT_EQ("[orskapp|main|7] !!ASSERT!!\n" + prefix + "ASSERT(false)\n" + prefix +
-                " Why.\nmain7ASSERT(false)",
+  EXPECT_EQ("[orskapp|main|7] !!ASSERT!!\n" + prefix + "ASSERT(false)\n" + prefix + " Why.\nmain7ASSERT(false)",
             written);
 }
 

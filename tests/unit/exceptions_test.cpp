@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 
-#include "errors/console_exceptions.h"
 #include "errors/library_exception.h"
 
 namespace {
@@ -75,28 +74,6 @@ TEST(LibraryException, CopyTakesTheText) {
   EXPECT_EQ(-5, copy.status.code);
   EXPECT_STREQ("", source.what());
   EXPECT_EQ(-5, source.status.code);
-}
-
-template <typename Exception>
-void expectConsoleException() {
-  try {
-    throw Exception("message");
-  } catch (const zuerr::ExceptionBase&) {
-    FAIL();
-  } catch (const SyncDomainConsoleException& error) {
-    EXPECT_STREQ("message", error.what());
-    EXPECT_EQ("", error.detail);
-  }
-  static_assert(std::is_base_of_v<std::runtime_error, Exception>);
-}
-
-TEST(ConsoleException, AreOneFamily) {
-  expectConsoleException<NoCmdException>();
-  expectConsoleException<InvalidCmdException>();
-  expectConsoleException<MissingArgException>();
-  expectConsoleException<InvalidArgException>();
-  expectConsoleException<MissingOptionException>();
-  expectConsoleException<TooManyOptionsException>();
 }
 
 }  // namespace

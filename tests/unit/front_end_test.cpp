@@ -1,12 +1,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <boost/lexical_cast.hpp>
-#include <optional>
-
 #include "diagnostics/trace.h"
 #include "errors/console_exceptions.h"
-#include "grammar/option_access.h"
 #include "grammar/output.h"
 #include "main/command_line.h"
 #include "main/dispatch.h"
@@ -62,76 +58,6 @@ TEST(Dispatch, ReportsACommandWithoutABranch) {
       "[   orskapp|                     source/main|1027]  ERROR: Did not implement all "
       "commands.\n",
       trace);
-}
-
-template <typename T>
-struct Conversion {
-  std::string text;
-  std::optional<T> value;
-};
-
-template <typename T>
-void expectConversions(std::initializer_list<Conversion<T>> rows) {
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.text);
-    const OptionMap options{{"n", row.text}};
-    if (row.value) {
-      EXPECT_EQ(*row.value, getOption<T>("n", options));
-    } else {
-      EXPECT_THROW(getOption<T>("n", options), boost::bad_lexical_cast);
-    }
-  }
-}
-
-TEST(GetOption, ConvertsWholeTextsInRange) {
-  expectConversions<std::string>({{"", ""}, {" a b", " a b"}, {"1", "1"}});
-  expectConversions<bool>({{"0", false},
-                           {"1", true},
-                           {"+0", false},
-                           {"+1", true},
-                           {"-0", false},
-                           {"001", true},
-                           {"+00", false},
-                           {"-000", false},
-                           {"-1", {}},
-                           {"2", {}},
-                           {"10", {}},
-                           {"", {}},
-                           {"+", {}},
-                           {"true", {}},
-                           {"false", {}},
-                           {" 1", {}},
-                           {"1 ", {}}});
-  expectConversions<std::uint32_t>({{"0", 0},
-                                    {"007", 7},
-                                    {"+7", 7},
-                                    {"4294967295", 4294967295},
-                                    {"-1", 4294967295},
-                                    {"-0", 0},
-                                    {"-4294967295", 1},
-                                    {"4294967296", {}},
-                                    {"-4294967296", {}},
-                                    {"", {}},
-                                    {"+", {}},
-                                    {"-", {}},
-                                    {" 1", {}},
-                                    {"1 ", {}},
-                                    {"1.0", {}},
-                                    {"1,000", {}},
-                                    {"0x1", {}},
-                                    {"--1", {}}});
-  expectConversions<std::uint64_t>({{"18446744073709551615", UINT64_MAX},
-                                    {"-1", UINT64_MAX},
-                                    {"0000000000000000000000018446744073709551615", UINT64_MAX},
-                                    {"18446744073709551616", {}},
-                                    {"1.5", {}}});
-}
-
-TEST(GetOption, WantsTheOptionExactlyOnce) {
-  const OptionMap options{{"once", "1"}, {"twice", "1"}, {"twice", "1"}};
-  EXPECT_EQ("1", getOption<std::string>("once", options));
-  EXPECT_THROW(getOption<std::string>("never", options), MissingOptionException);
-  EXPECT_THROW(getOption<bool>("twice", options), TooManyOptionsException);
 }
 
 }  // namespace

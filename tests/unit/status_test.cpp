@@ -36,13 +36,8 @@ TEST(Status, DefaultResizeProvidesPowersOfTwo) {
   struct {
     std::uint32_t size;
     std::uint32_t capacity;
-  } const rows[] = {{1, 512},
-                    {512, 512},
-                    {513, 1024},
-                    {1024, 1024},
-                    {1025, 2048},
-                    {65537, 131072},
-                    {0x40000001, 0x80000000}};
+  } const rows[] = {
+      {1, 512}, {512, 512}, {513, 1024}, {1024, 1024}, {1025, 2048}, {65537, 131072}, {0x40000001, 0x80000000}};
   for (const auto& row : rows) {
     OwnedStatus status;
     EXPECT_TRUE(zuerr_defaultResize(&status, row.size));
@@ -112,8 +107,7 @@ TEST(Status, SetCodeAtDescribesTheSite) {
   EXPECT_TRUE(zuerr_setCodeAt(&status, -4, &site, &ok));
   EXPECT_TRUE(ok);
   EXPECT_EQ(512U, status.capacity);
-  EXPECT_STREQ(R"({"error_constant":"some_error","file":"some/file","line":-7,"component":"part"})",
-               status.json);
+  EXPECT_STREQ(R"({"error_constant":"some_error","file":"some/file","line":-7,"component":"part"})", status.json);
   ok = false;
   EXPECT_FALSE(zuerr_setCodeAt(&status, -5, &anonymousSite, &ok));
   EXPECT_TRUE(ok);
@@ -139,8 +133,8 @@ TEST(Status, GrowsForEveryMember) {
     ASSERT_EQ(status.json + text.size() - 1, position);
     position = zuerr_addString(&status, position, "k", "v");
     position = zuerr_addSite(&status, position, &site);
-    const std::string expected = text.substr(0, text.size() - 1) +
-                                 R"(,"k":"v","file":"some/file","line":-7,"component":"part"})";
+    const std::string expected =
+        text.substr(0, text.size() - 1) + R"(,"k":"v","file":"some/file","line":-7,"component":"part"})";
     ASSERT_EQ(expected, status.json);
     ASSERT_EQ(status.json + expected.size() - 1, position);
     ASSERT_EQ(expected.size() + 2 <= 512 ? 512U : 1024U, status.capacity);
@@ -211,9 +205,8 @@ TEST(Status, RequestsAreCountedInUnsignedArithmetic) {
   struct {
     std::uint32_t room;
     Requests expected;
-  } const reservations[] = {
-      {0, {}},          {2, {}},          {3, {5}},        {0x7FFFFFFD, {0x7FFFFFFF}},
-      {0x7FFFFFFE, {}}, {0xFFFFFFFE, {}}, {0xFFFFFFFF, {}}};
+  } const reservations[] = {{0, {}},          {2, {}},          {3, {5}},        {0x7FFFFFFD, {0x7FFFFFFF}},
+                            {0x7FFFFFFE, {}}, {0xFFFFFFFE, {}}, {0xFFFFFFFF, {}}};
   for (const auto& row : reservations) {
     Block block("{}", 0);
     zuerr_Status status{0, 4, refuse, block.at(0)};
@@ -228,12 +221,11 @@ TEST(Status, RequestsAreCountedInUnsignedArithmetic) {
 
 // The longest text is asked room for, one byte more is not; 2 GiB of address space on a few pages.
 TEST(Status, SetJsonRefusesTextsNearTwoGibibytes) {
-  constexpr std::size_t chunk = std::size_t{1} << 20, length = 0x7FFFFFFD,
-                        size = std::size_t{1} << 31;
+  constexpr std::size_t chunk = std::size_t{1} << 20, length = 0x7FFFFFFD, size = std::size_t{1} << 31;
   const int file = memfd_create("text", 0);
   ASSERT_EQ(0, ftruncate(file, chunk));
-  auto* const text = static_cast<char*>(
-      mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0));
+  auto* const text =
+      static_cast<char*>(mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0));
   ASSERT_NE(MAP_FAILED, static_cast<void*>(text));
   for (std::size_t offset = 0; offset < size; offset += chunk) {
     const bool last = offset + chunk == size;
