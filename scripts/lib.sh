@@ -17,18 +17,20 @@ build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
 # What the tests and checks need besides.
 test_packages=(libgtest-dev clang-14 clang-format-14 libclang-rt-14-dev binutils valgrind mandoc zsh fish)
 
+# What goes before a command that only root may run.
+as_root=()
+((EUID == 0)) || as_root=(sudo)
+
 # install_packages NAME...: installs the Debian packages that are missing; touches the network only then.
 install_packages() {
-  local name missing=() as_root=()
+  local name missing=()
   command -v dpkg-query >/dev/null || fail "dpkg-query not found: this script sets up Debian 12 machines"
   for name in "$@"; do
     [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null || true) == installed ]] || missing+=("$name")
   done
   ((${#missing[@]})) || return 0
-  if ((EUID != 0)); then
-    command -v sudo >/dev/null || fail "run as root or install sudo: packages are missing: ${missing[*]}"
-    as_root=(sudo)
-  fi
+  ((EUID == 0)) || command -v sudo >/dev/null ||
+    fail "run as root or install sudo: packages are missing: ${missing[*]}"
   echo "Installing: ${missing[*]}"
   "${as_root[@]}" apt-get update -q
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"

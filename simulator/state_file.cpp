@@ -23,7 +23,7 @@ std::filesystem::path statePath() {
     return std::filesystem::path(value == nullptr ? "" : value);
   };
   if (auto path = variable("ORSK_SIMULATOR_STATE"); !path.empty()) return path;
-  // A relative XDG_STATE_HOME is to be ignored: XDG Base Directory Specification.
+  // A relative XDG_STATE_HOME counts as unset, as for every XDG base directory.
   auto folder = variable("XDG_STATE_HOME");
   if (!folder.is_absolute()) {
     if (variable("HOME").empty()) throw Refusal(stateUnusable, "HOME is not set");
