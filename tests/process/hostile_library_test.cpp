@@ -18,6 +18,8 @@ struct Misbehaviour {
   /// Null where the run succeeds.
   const char* errors;
   int releases;
+
+  friend void PrintTo(const Misbehaviour& self, std::ostream* stream) { *stream << self.environment; }
 };
 
 // clang-format off
