@@ -43,6 +43,7 @@ ShellOutcome runShell(const std::string& line) {
                                      "LC_ALL=C",
                                      "LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY,
                                      "BASH_ENV=" ORSK_TEST_FUNCTIONS,
+                                     "ORSK_TEST_RUNNER=" ORSK_TEST_RUNNER,
                                      log.c_str(),
                                      state.c_str(),
                                      nullptr};
