@@ -12,8 +12,8 @@ refused() {
 }
 
 # every_command VARIABLE=VALUE...: runs each line of calling_lines, every command that has a status,
-# with the recording library told to misbehave, under valgrind where the build has no sanitizer. Tells
-# how many ended in which way.
+# with the recording library told to misbehave, and under ORSK_TEST_RUNNER, such as valgrind, if that is
+# set. Tells how many ended in which way.
 every_command() {
   local line status scratch
   scratch=$(mktemp -d)

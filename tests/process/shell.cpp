@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -37,13 +38,15 @@ struct Scratch {
 ShellOutcome runShell(const std::string& line) {
   const Scratch scratch;
   const std::string log = "ORSK_TEST_LOG=" + (scratch.path / "calls").string();
+  const char* const runnerVariable = std::getenv("ORSK_TEST_RUNNER");
+  const std::string runner = std::string("ORSK_TEST_RUNNER=") + (runnerVariable == nullptr ? "" : runnerVariable);
   const char* const arguments[] = {"bash", "--norc", "-c", line.c_str(), nullptr};
   const std::string state = "ORSK_SIMULATOR_STATE=" + (scratch.path / "state.json").string();
   const char* const environment[] = {"PATH=" ORSK_TEST_BIN ":/usr/bin:/bin",
                                      "LC_ALL=C",
                                      "LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY,
                                      "BASH_ENV=" ORSK_TEST_FUNCTIONS,
-                                     "ORSK_TEST_RUNNER=" ORSK_TEST_RUNNER,
+                                     runner.c_str(),
                                      log.c_str(),
                                      state.c_str(),
                                      nullptr};

@@ -13,5 +13,6 @@ struct ShellOutcome {
 };
 
 /// Runs a line of bash in a cleared environment, where `orskapp` is the program of this build, its
-/// client library the recording one, and the functions of tests/cases/functions.bash are known.
+/// client library the recording one, and the functions of tests/cases/functions.bash are known. Of the environment,
+/// only ORSK_TEST_RUNNER is passed on.
 ShellOutcome runShell(const std::string& line);
