@@ -58,7 +58,11 @@ StateFile::StateFile() {
   const std::string lockPath = path_ + ".lock";
   lock_ = open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (lock_ < 0) failWith(lockPath);
-  while (flock(lock_, LOCK_EX) != 0 && errno == EINTR) {
+  while (flock(lock_, LOCK_EX) != 0) {
+    if (errno == EINTR) continue;
+    const std::string reason = std::strerror(errno);
+    close(lock_);
+    throw Refusal(stateUnusable, lockPath + ": " + reason);
   }
 }
 
