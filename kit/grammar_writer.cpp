@@ -63,53 +63,52 @@ const char* nameOf(OptionType type) {
   }
 }
 
-std::string flagsLine() {
+/// The texts that `textOf` makes of `rows`, with blanks between them; it leaves a row out with "".
+std::string joined(const auto& rows, const auto& textOf) {
   std::string line;
-  for (const std::string_view flag : validFlags)
-    line += (line.empty() ? "" : " ") + std::string(flag);
+  for (const auto& row : rows) {
+    const std::string text(textOf(row));
+    if (!text.empty()) line += (line.empty() ? "" : " ") + text;
+  }
   return line;
 }
 
-/// Functions that print, a word a line: what may follow a command, and the options of a command and
-/// its argument, each as "name:type".
+/// Functions that print, a word a line: what may follow a command, the options of a command and its
+/// argument, each as "name:type", and the flags.
 void writeShell(std::ostream& out, bool fish) {
-  const char* const quote = "'";
   const auto function = [&](const char* name) {
     out << (fish ? "function " : "") << name
         << (fish ? "\n  switch \"$argv\"\n" : "() {\n  case \"$*\" in\n");
   };
-  const auto entry = [&](const std::string& key, const std::string& words) {
-    out << (fish ? "    case " : "    ") << quote << key << quote
-        << (fish ? "\n      printf '%s\\n' " : ") printf '%s\\n' ") << words
-        << (fish ? "\n" : " ;;\n");
+  // `pattern` stands as it is; a command without `words` has no entry.
+  const auto entry = [&](const std::string& pattern, const std::string& words) {
+    if (words.empty()) return;
+    out << "    " << (fish ? "case " : "") << pattern << (fish ? "\n      " : ") ")
+        << "printf '%s\\n' " << words << (fish ? "\n" : " ;;\n");
   };
   const auto end = [&] { out << (fish ? "  end\nend\n" : "  esac\n}\n"); };
+  const auto quoted = [](const std::string& word) { return "'" + word + "'"; };
+  const auto itself = [](std::string_view word) { return word; };
 
   const std::vector<Form> forms = readForms();
   function("__orskapp_words");
-  std::string commands;
-  for (const std::string_view command : validCommands) commands += " " + std::string(command);
-  entry("", commands.substr(1));
+  entry(quoted(""), joined(validCommands, itself));
   for (const std::string_view command : validCommands) {
-    std::string arguments;
-    for (const Form& form : forms) {
-      if (form.command == command && !form.argument.empty()) arguments += " " + form.argument;
-    }
-    if (!arguments.empty()) entry(std::string(command), arguments.substr(1));
+    const auto argumentOf = [&](const Form& form) {
+      return form.command == command ? form.argument : std::string();
+    };
+    entry(quoted(std::string(command)), joined(forms, argumentOf));
   }
   end();
   function("__orskapp_options");
   for (const Form& form : forms) {
-    std::string options;
-    for (const Option& option : form.options)
-      options += " " + option.name + ":" + nameOf(option.type);
+    const auto typed = [](const Option& option) { return option.name + ":" + nameOf(option.type); };
     const std::string key = form.command + (form.argument.empty() ? "" : " " + form.argument);
-    if (!options.empty()) entry(key, options.substr(1));
+    entry(quoted(key), joined(form.options, typed));
   }
   end();
   function("__orskapp_flags");
-  out << (fish ? "    case '*'\n      printf '%s\\n' " : "    *) printf '%s\\n' ") << flagsLine()
-      << (fish ? "\n" : " ;;\n");
+  entry(fish ? quoted("*") : "*", joined(validFlags, itself));
   end();
 }
 
