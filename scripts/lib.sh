@@ -42,9 +42,8 @@ build() {
   cmake --build --preset "$1"
 }
 
-# build_program PRESET: the program and the stand-in library alone, for which the tests' packages are
-# not needed.
+# build_program PRESET: what is installed and no more, for which the tests' packages are not needed.
 build_program() {
   cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev >/dev/null
-  cmake --build --preset "$1" --target orskapp orsksapi
+  cmake --build --preset "$1" --target orskapp orsksapi kit
 }
