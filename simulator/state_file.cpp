@@ -60,9 +60,10 @@ StateFile::StateFile() {
   if (lock_ < 0) failWith(lockPath);
   while (flock(lock_, LOCK_EX) != 0) {
     if (errno == EINTR) continue;
-    const std::string reason = std::strerror(errno);
+    const int failure = errno;
     close(lock_);
-    throw Refusal(stateUnusable, lockPath + ": " + reason);
+    errno = failure;
+    failWith(lockPath);
   }
 }
 
