@@ -8,6 +8,7 @@
 
 void protectStandardStreams() {
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
     // open(2) takes the lowest free number, which is this one: those before it are open by now.
     if (fcntl(stream, F_GETFD) == -1 && errno == EBADF) open("/dev/null", O_RDWR);
