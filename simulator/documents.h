@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "outcomes.h"
+#include "simulator/outcomes.h"
 
 namespace simulator {
 

@@ -1,14 +1,13 @@
-#include "model.h"
+#include "simulator/model.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "outcomes.h"
+#include "simulator/outcomes.h"
 
 namespace simulator {
 
 namespace {
-
-constexpr std::int64_t nsPerSecond = 1'000'000'000;
 
 const std::string timescalePrefix = "timescale://";
 const std::string devicePrefix = "device://";
@@ -27,24 +26,19 @@ std::int64_t derivedFrom(const std::string& name, std::int64_t most) {
   return static_cast<std::int64_t>(hash % static_cast<std::uint64_t>(2 * most + 1)) - most;
 }
 
-/// `followed` holds the timescales on the way here: where domains follow each other in a ring, a
-/// clock's own offset counts.
-std::int64_t offsetNs(const State& state, const std::string& timescaleUri, std::int64_t nowNs,
-                      std::set<std::string>& followed) {
-  if (timescaleUri == localTimescaleUri) return 0;
-  const std::string host = hostBehind(timescalePrefix, timescaleUri);
-  const Domain* const domain = domainOfDevice(state, deviceUriOf(host));
-  const bool follows = followed.insert(timescaleUri).second && domain != nullptr &&
-                       domain->isCoherentAt(nowNs) && domain->timescaleUri != timescaleUri;
-  if (!follows) return derivedFrom(host, 10 * nsPerSecond);
-  return offsetNs(state, domain->timescaleUri, nowNs, followed) +
-         derivedFrom(host, domain->maxOffset_ns);
-}
-
 }  // namespace
 
-std::int64_t Domain::coherentFromNs() const {
-  return runningSince_ns + std::int64_t{minSyncDuration_ms} * 1'000'000;
+bool isSound(const State& state) {
+  const auto isMoment = [](std::int64_t ns) { return ns >= 0 && ns <= latestNs; };
+  bool sound = isMoment(state.clock_ns) && !state.hosts.contains("") && !state.domains.contains("");
+  for (const auto& [uri, domain] : state.domains) {
+    sound &= isMoment(domain.runningSince_ns) && isMoment(domain.checkedSince_ns) &&
+             !domain.timescaleUri.empty() && std::ranges::count(domain.deviceUris, "") == 0;
+  }
+  for (const Correlator& known : state.correlators) {
+    sound &= !known.timescaleUri1.empty() && !known.timescaleUri2.empty();
+  }
+  return sound;
 }
 
 std::string timescaleUriOf(const std::string& host) {
@@ -107,9 +101,30 @@ const Domain* domainOfDevice(const State& state, const std::string& uri) {
   return nullptr;
 }
 
+void moveMoments(State& state, std::int64_t byNs) {
+  for (auto& [uri, domain] : state.domains) {
+    for (std::int64_t* const moment : {&domain.runningSince_ns, &domain.checkedSince_ns}) {
+      if (*moment != 0) *moment = std::clamp(*moment + byNs, std::int64_t{1}, latestNs);
+    }
+  }
+}
+
 std::int64_t offsetNs(const State& state, const std::string& timescaleUri, std::int64_t nowNs) {
+  std::int64_t offset = 0;
+  std::string uri = timescaleUri;
+  // Where domains follow each other in a ring, the first clock that comes round keeps its own
+  // offset.
   std::set<std::string> followed;
-  return offsetNs(state, timescaleUri, nowNs, followed);
+  while (uri != localTimescaleUri) {
+    const std::string host = hostBehind(timescalePrefix, uri);
+    const Domain* const domain = domainOfDevice(state, deviceUriOf(host));
+    const bool follows = followed.insert(uri).second && domain != nullptr &&
+                         domain->isCoherentAt(nowNs) && domain->timescaleUri != uri;
+    if (!follows) return offset + derivedFrom(host, 10 * nsPerSecond);
+    offset += derivedFrom(host, domain->maxOffset_ns);
+    uri = domain->timescaleUri;
+  }
+  return offset;
 }
 
 Timestamp shifted(const Timestamp& time, std::int64_t ns) {

@@ -1,36 +1,48 @@
-#include "perform.h"
-
-#include <dlfcn.h>
+#include "simulator/perform.h"
 
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <string_view>
 #include <thread>
 
-#include "state_file.h"
+#include "simulator/state_file.h"
 
 namespace simulator {
 
 namespace {
 
-/// What the environment asks of one operation's call.
-struct OnDemand {
-  std::uint32_t delayMs = 0;
-  /// 0: do not fail.
-  std::int32_t failureCode = 0;
+/// Where a script rules the time, it starts with the year 2026 (UTC).
+constexpr std::int64_t ruledTimeStartsNs = 1'767'225'600 * nsPerSecond;
+
+/// What may be made to fail: everything that has a status to fail with.
+// clang-format off
+constexpr std::string_view operationNames[] = {
+    "loadResources", "unloadResources", "timescale_getTime", "getCurrentTimescale",
+    "timestampCorrelator_create", "timestampCorrelator_delete", "timestampCorrelator_correlate",
+    "syncDomain_create", "syncDomain_createAndAddDevices", "syncDomain_delete", "syncDomain_start",
+    "syncDomain_startV2", "syncDomain_stop", "syncDomain_addSyncableDevice",
+    "syncDomain_isCoherent", "syncDomain_isCoherentSinceLastChecked",
+    "getTimescaleInfo", "getSyncableDeviceInfo", "getSyncDomainInfo", "getTimestampCorrelatorInfo",
+};
+// clang-format on
+
+struct InjectedFault {
+  std::string operation;
+  std::int32_t code = 0;
   /// Which call fails; 0: every one.
-  std::uint64_t failingCall = 0;
+  std::uint64_t call = 0;
 };
 
-/// Whether this library has the operation, and it has a status to fail with.
-bool canFail(std::string_view operation) {
-  const std::string function = "orsksapi_" + std::string(operation);
-  return operation != "getApiVersion" && dlsym(RTLD_DEFAULT, function.c_str()) != nullptr;
-}
+/// What the environment asks for. A bad value is refused whatever is performed.
+struct Conditions {
+  /// How long an operation takes; nothing where the system's clock rules.
+  std::optional<std::int64_t> stepNs;
+  std::int64_t delayNs = 0;
+  std::optional<InjectedFault> fault;
+};
 
 /// Whether `text` is a number, whole and in range.
 template <typename Number>
@@ -40,85 +52,134 @@ bool readNumber(std::string_view text, Number& number) {
   return error == std::errc() && stopped == end;
 }
 
-/// Reads ORSK_SIMULATOR_FAIL ("operation=code" or "operation=code@N") and ORSK_SIMULATOR_DELAY_MS.
-/// A bad value is refused whichever operation it is about.
-OnDemand readOnDemand(const std::string& operation) {
-  OnDemand demand;
-  if (const char* const delay = std::getenv("ORSK_SIMULATOR_DELAY_MS")) {
-    if (!readNumber(delay, demand.delayMs)) {
-      throw Refusal(badVariable, std::string("ORSK_SIMULATOR_DELAY_MS=") + delay);
-    }
-  }
-  if (const char* const failure = std::getenv("ORSK_SIMULATOR_FAIL")) {
-    const std::string_view text = failure;
-    const std::size_t equals = std::min(text.find('='), text.size());
-    const std::size_t at = std::min(text.find('@', equals), text.size());
-    const std::string_view named = text.substr(0, equals);
-    OnDemand read = demand;
-    const bool code = equals < text.size() &&
-                      readNumber(text.substr(equals + 1, at - equals - 1), read.failureCode) &&
-                      read.failureCode < 0;
-    const bool call = at == text.size() ||
-                      (readNumber(text.substr(at + 1), read.failingCall) && read.failingCall > 0);
-    if (!canFail(named) || !code || !call) {
-      throw Refusal(badVariable, "ORSK_SIMULATOR_FAIL=" + std::string(text));
-    }
-    if (named == operation) demand = read;
-  }
-  return demand;
+std::optional<std::int64_t> readMilliseconds(const std::string& variable) {
+  const char* const text = std::getenv(variable.c_str());
+  if (text == nullptr) return {};
+  std::uint32_t milliseconds = 0;
+  if (!readNumber(text, milliseconds)) throw Refusal(badVariable, variable + '=' + text);
+  return milliseconds * nsPerMs;
 }
 
-/// Counts this call and throws if it is the one to fail.
-void failOnDemand(const OnDemand& demand, const char* operation, State& state,
-                  const StateFile& file) {
-  if (demand.failureCode == 0) return;
-  if (demand.failingCall != 0) {
-    const std::uint64_t call = ++state.calls[operation];
-    file.write(state);
-    if (call != demand.failingCall) return;
+/// Reads "operation=code" or "operation=code@N".
+std::optional<InjectedFault> readFault() {
+  const char* const variable = std::getenv("ORSK_SIMULATOR_FAIL");
+  if (variable == nullptr) return {};
+  const std::string_view text = variable;
+  const std::size_t equals = std::min(text.find('='), text.size());
+  const std::size_t at = std::min(text.find('@', equals), text.size());
+  InjectedFault fault{std::string(text.substr(0, equals))};
+  if (std::ranges::find(operationNames, fault.operation) == std::end(operationNames)) {
+    std::string hint = "ORSK_SIMULATOR_FAIL=" + std::string(text) + " names none of";
+    for (const std::string_view name : operationNames) hint += ' ' + std::string(name);
+    throw Refusal(badVariable, hint);
   }
-  throw Refusal({demand.failureCode, "orsksapisimerr_onDemand", "The failure that was asked for."},
-                operation);
+  const bool code = equals < text.size() &&
+                    readNumber(text.substr(equals + 1, at - equals - 1), fault.code) &&
+                    fault.code < 0;
+  const bool call =
+      at == text.size() || (readNumber(text.substr(at + 1), fault.call) && fault.call > 0);
+  if (!code || !call) throw Refusal(badVariable, "ORSK_SIMULATOR_FAIL=" + std::string(text));
+  return fault;
 }
 
-void performLocked(const OnDemand& demand, const char* operation,
-                   const std::function<void(State&)>& work) {
-  const StateFile file;
-  State state = file.read();
-  failOnDemand(demand, operation, state, file);
-  const nlohmann::json before = state;
-  work(state);
-  if (nlohmann::json(state) != before) file.write(state);
+std::int64_t systemTimeNs() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::clamp(std::int64_t{std::chrono::nanoseconds(now).count()}, std::int64_t{1}, latestNs);
+}
+
+/// Brings the state into the kind of time that rules: whatever runs has then run for as long in the
+/// new one. Returns the present moment.
+std::int64_t enterTime(State& state, bool ruled) {
+  const std::int64_t left = state.clock_ns != 0 ? state.clock_ns : systemTimeNs();
+  if (ruled == (state.clock_ns != 0)) return left;
+  const std::int64_t entered = ruled ? ruledTimeStartsNs : systemTimeNs();
+  moveMoments(state, entered - left);
+  state.clock_ns = ruled ? entered : 0;
+  return entered;
+}
+
+/// Counts this call, and refuses it if it is the one to fail.
+void failIfAsked(const std::optional<InjectedFault>& fault, const std::string& name, State& state) {
+  if (!fault || fault->operation != name) return;
+  if (fault->call != 0 && ++state.calls[name] != fault->call) return;
+  throw Refusal({fault->code, "orsksapisimerr_onDemand", "The failure that was asked for."}, name);
+}
+
+void sleepFor(std::int64_t ns) {
+  std::this_thread::sleep_for(std::chrono::nanoseconds(ns));
+}
+
+/// The moment that is `ns` later.
+std::int64_t later(std::int64_t momentNs, std::int64_t ns) {
+  return ns > latestNs - momentNs ? latestNs : momentNs + ns;
+}
+
+/// Works on the state under its lock. Where a script rules the time, all of the operation passes
+/// here; else the caller has still to wait. Returns the finished operation.
+Operation performLocked(const Conditions& conditions, const char* name,
+                        const std::function<void(Operation&)>& work) {
+  StateFile file;
+  const State before = file.read();
+  State unworked = before;
+  Operation operation;
+  operation.nowNs = enterTime(unworked, conditions.stepNs.has_value());
+  const auto keep = [&](State& state) {
+    if (conditions.stepNs) {
+      state.clock_ns = later(operation.nowNs, operation.waitNs);
+      state.clock_ns = later(state.clock_ns, *conditions.stepNs + conditions.delayNs);
+    }
+    if (state != before) file.write(state);
+  };
+  try {
+    failIfAsked(conditions.fault, name, unworked);
+    operation.state = unworked;
+    work(operation);
+    if (conditions.stepNs && operation.look) operation.look(operation.state, true);
+  } catch (const Refusal&) {
+    keep(unworked);
+    throw;
+  }
+  keep(operation.state);
+  return operation;
+}
+
+/// Looks again and again, so that a caller whose wait has lost its sense is told at once.
+void wait(const Operation& operation) {
+  std::int64_t leftNs = operation.waitNs;
+  do {
+    const std::int64_t sleptNs = std::min(leftNs, 100 * nsPerMs);
+    sleepFor(sleptNs);
+    leftNs -= sleptNs;
+    try {
+      operation.look(StateFile().read(), leftNs == 0);
+    } catch (const std::exception&) {
+      // Without the memory to look nothing is known against what was done.
+    }
+  } while (leftNs > 0);
 }
 
 }  // namespace
 
-bool perform(const char* operation, zuerr_Status* status,
-             const std::function<void(State&)>& work) noexcept {
+bool performReferred(const char* name, zuerr_Status* status,
+                     const std::function<void(Operation&)>& work) noexcept {
   bool done = false;
-  OnDemand demand;
+  Conditions conditions;
   try {
-    demand = readOnDemand(operation);
-    performLocked(demand, operation, work);
+    conditions = {readMilliseconds("ORSK_SIMULATOR_STEP_MS"),
+                  readMilliseconds("ORSK_SIMULATOR_DELAY_MS").value_or(0), readFault()};
+    const Operation operation = performLocked(conditions, name, work);
+    if (!conditions.stepNs && operation.look) wait(operation);
+    if (operation.warning) leave(status, *operation.warning);
     done = true;
+  } catch (const StateRemoved&) {
+    return performReferred(name, status, work);
   } catch (const Refusal& refusal) {
-    leave(status, refusal.outcome, refusal.value.c_str(), refusal.file, refusal.line);
+    leave(status, refusal);
   } catch (const std::exception& failure) {
     leave(status, internalError, failure.what());
   }
-  std::this_thread::sleep_for(std::chrono::milliseconds(demand.delayMs));
+  if (!conditions.stepNs) sleepFor(conditions.delayNs);
   return done;
-}
-
-void performText(const char* operation, char* buffer, std::size_t size, zuerr_Status* status,
-                 const std::function<std::string(State&)>& work) noexcept {
-  std::string text;
-  const bool done = perform(operation, status, [&](State& state) {
-    text = work(state);
-    if (text.size() >= size) throw Refusal(bufferTooSmall, std::to_string(text.size() + 1));
-  });
-  if (size > 0) *buffer = '\0';
-  if (done) std::memcpy(buffer, text.c_str(), text.size() + 1);
 }
 
 }  // namespace simulator

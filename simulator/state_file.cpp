@@ -1,21 +1,28 @@
-#include "state_file.h"
+#include "simulator/state_file.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
+#include <memory>
+#include <optional>
+#include <set>
 
-#include "outcomes.h"
+#include "simulator/outcomes.h"
 
 namespace simulator {
 
 namespace {
+
+[[noreturn]] void failWith(const std::string& path, int failure = errno) {
+  throw Refusal(stateUnusable, path + ": " + std::strerror(failure));
+}
 
 std::filesystem::path statePath() {
   const auto variable = [](const char* name) {
@@ -32,65 +39,129 @@ std::filesystem::path statePath() {
   return folder / "orskapp" / "simulator.json";
 }
 
-[[noreturn]] void failWith(const std::string& path) {
-  throw Refusal(stateUnusable, path + ": " + std::strerror(errno));
+/// The place itself, behind all symbolic links, so that one state has one lock.
+std::filesystem::path resolvedStatePath() {
+  const std::filesystem::path named = statePath();
+  try {
+    std::filesystem::path path = std::filesystem::absolute(named);
+    for (int links = 0; std::filesystem::is_symlink(path); ++links) {
+      if (links == 40) failWith(named, ELOOP);  // As the kernel: path_resolution(7).
+      path = path.parent_path() / std::filesystem::read_symlink(path);
+    }
+    return path;
+  } catch (const std::filesystem::filesystem_error& error) {
+    failWith(named, error.code().value());
+  }
 }
 
-void writeAndSync(const std::string& path, const std::string& text) {
-  std::FILE* const file = std::fopen(path.c_str(), "we");
-  if (file == nullptr) failWith(path);
-  const bool written =
-      std::fputs(text.c_str(), file) >= 0 && std::fflush(file) == 0 && fsync(fileno(file)) == 0;
-  const int failure = errno;
-  std::fclose(file);
-  errno = failure;
-  if (!written) failWith(path);
+/// Makes the folders that are missing. What goes wrong shows when the lock is opened.
+std::string madeFolder(const std::filesystem::path& folder) {
+  std::filesystem::path made;
+  for (const auto& part : folder) mkdir((made /= part).c_str(), 0700);
+  return folder;
 }
+
+/// The permissions of an open file, which must be one that holds text.
+mode_t modeOfRegular(int file, const std::string& path) {
+  struct stat status {};
+  if (file < 0 || fstat(file, &status) != 0) failWith(path);
+  if (S_ISDIR(status.st_mode)) failWith(path, EISDIR);
+  if (!S_ISREG(status.st_mode)) throw Refusal(stateUnusable, path + ": Not a regular file");
+  return status.st_mode & 07777;
+}
+
+/// Whether `path` still names this open file.
+bool isNamed(int file, const std::string& path) {
+  struct stat open {
+  }, named{};
+  return fstat(file, &open) == 0 && lstat(path.c_str(), &named) == 0 &&
+         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+
+Descriptor locked(const std::string& path) {
+  for (;;) {
+    Descriptor file(
+        open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
+    modeOfRegular(file.number, path);
+    while (flock(file.number, LOCK_EX) != 0) {
+      if (errno != EINTR) failWith(path);
+    }
+    if (isNamed(file.number, path)) return file;
+  }
+}
+
+/// What a file's text holds, if every value has its type and range, is there once and nothing else
+/// is.
+std::optional<State> stateOf(const std::string& text) {
+  using nlohmann::json;
+  // The parser would keep the last of several members with one name.
+  std::vector<std::set<std::string>> names;
+  bool onlyOnce = true;
+  const auto watch = [&](int, json::parse_event_t event, const json& parsed) {
+    if (event == json::parse_event_t::object_start) names.emplace_back();
+    if (event == json::parse_event_t::object_end) names.pop_back();
+    if (event == json::parse_event_t::key) onlyOnce &= names.back().insert(parsed).second;
+    return true;
+  };
+  try {
+    json whole = json::parse(text, watch);
+    whole.emplace("clock_ns", 0);  // Version 1.0.0 had none.
+    std::ranges::sort(whole.at("hosts").get_ref<json::array_t&>());
+    const State state = whole.get<State>();
+    // A value that was converted, dropped or repeated does not come out as it went in.
+    if (onlyOnce && isSound(state) && json(state).dump() == whole.dump()) return state;
+  } catch (const json::exception&) {
+    // Not JSON, or a value of another type.
+  }
+  return {};
+}
+
+/// Removes a file that was made and not used.
+struct Removal {
+  void operator()(const char* name) const { unlink(name); }
+};
 
 }  // namespace
 
-StateFile::StateFile() {
-  const std::filesystem::path path = std::filesystem::absolute(statePath());
-  path_ = path;
-  std::error_code ignored;  // The lock below tells what is wrong with the folder.
-  std::filesystem::create_directories(path.parent_path(), ignored);
-  // The state itself is replaced by every write, so another file holds the lock.
-  const std::string lockPath = path_ + ".lock";
-  lock_ = open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-  if (lock_ < 0) failWith(lockPath);
-  while (flock(lock_, LOCK_EX) != 0) {
-    if (errno == EINTR) continue;
-    const int failure = errno;
-    close(lock_);
-    errno = failure;
-    failWith(lockPath);
-  }
+Descriptor::~Descriptor() {
+  if (number >= 0) close(number);
 }
 
-StateFile::~StateFile() {
-  close(lock_);
-}
+StateFile::StateFile()
+    : path_(resolvedStatePath()),
+      folder_(madeFolder(std::filesystem::path(path_).parent_path())),
+      lockPath_(path_ + ".lock"),
+      lock_(locked(lockPath_)) {}
 
-State StateFile::read() const {
-  if (access(path_.c_str(), F_OK) != 0 && errno == ENOENT) return {};
-  try {
-    std::ifstream file(path_, std::ios::binary);
-    if (!file) failWith(path_);
-    return nlohmann::json::parse(file).get<State>();
-  } catch (const std::ios_base::failure&) {
-    failWith(path_);
-  } catch (const nlohmann::json::exception&) {
-    throw Refusal(stateDamaged, path_);
+State StateFile::read() {
+  const Descriptor file(open(path_.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (file.number < 0 && errno == ENOENT) return {};
+  mode_ = modeOfRegular(file.number, path_);
+  std::string text;
+  char block[4096];
+  ssize_t size = 0;
+  while ((size = ::read(file.number, block, sizeof block)) > 0) {
+    text.append(block, static_cast<std::size_t>(size));
   }
+  if (size < 0) failWith(path_);
+  if (std::optional<State> state = stateOf(text)) return *state;
+  throw Refusal(stateDamaged, path_);
 }
 
 void StateFile::write(const State& state) const {
-  const std::string temporary = path_ + ".new";
-  writeAndSync(temporary, nlohmann::json(state).dump(2) + "\n");
-  if (rename(temporary.c_str(), path_.c_str()) != 0) failWith(path_);
-  const int folder = open(std::filesystem::path(path_).parent_path().c_str(), O_RDONLY | O_CLOEXEC);
-  fsync(folder);
-  close(folder);
+  const std::string text = nlohmann::json(state).dump(2) + '\n';
+  std::string name = path_ + ".XXXXXX";
+  const Descriptor file(mkostemp(name.data(), O_CLOEXEC));
+  if (file.number < 0) failWith(path_);
+  std::unique_ptr<const char, Removal> temporary(name.c_str());
+  const bool written = dprintf(file.number, "%s", text.c_str()) >= 0 &&
+                       fchmod(file.number, mode_) == 0 && fsync(file.number) == 0;
+  if (!written) failWith(path_);
+  if (!isNamed(lock_.number, lockPath_)) throw StateRemoved();
+  if (rename(name.c_str(), path_.c_str()) != 0) failWith(path_);
+  static_cast<void>(temporary.release());
+  const Descriptor folder(open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  fsync(folder.number);
 }
 
 }  // namespace simulator

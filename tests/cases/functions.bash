@@ -3,13 +3,8 @@
 # Runs orskapp with the stand-in library.
 simulated() { env -u LD_LIBRARY_PATH orskapp "$@"; }
 
-# The same for a refusal: the report without the place in the stand-in's source, and its status.
-refused() {
-  local status=0 report
-  report=$(simulated "$@" 2>&1) || status=$?
-  sed -E 's/"file":"simulator[^"]*","line":[0-9]+,//' <<<"$report"
-  return $status
-}
+# The same for what may be refused, of which it prints the code and the value that is the matter.
+refused() { simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||"; }
 
 # every_command VARIABLE=VALUE...: runs each line of calling_lines, every command that has a status,
 # with the recording library told to misbehave, and under ORSK_TEST_RUNNER, such as valgrind, if that is
@@ -27,6 +22,6 @@ every_command() {
       "$([[ -s $scratch/output ]] && echo output || echo 'no output')" \
       "$(wc -c <"$scratch/errors")" "$(head -c 50 "$scratch/errors" | tr '\n' '|')" \
       "$(grep -c ^orsksapi_ "$scratch/log")" "$(grep -c ^release "$scratch/log")"
-  done <"${BASH_ENV%/*}/calling_lines" | sort | uniq -c
+  done <"$ROOT/tests/cases/calling_lines" | sort | uniq -c
   rm -r "$scratch"
 }

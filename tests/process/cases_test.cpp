@@ -5,7 +5,7 @@
 //   > a line of standard output
 //   ! a line of standard error
 //   @ a call that the recording library saw
-//   = the exit status
+//   = the exit status, where that is not 0
 // The last four are compared with what happened, whole. A byte that is not printable ASCII, a blank
 // at a line's end and a missing line end are written in angle brackets: <07>, <20>, <no line end>.
 
@@ -55,7 +55,7 @@ std::string marked(char mark, const std::string& text) {
 
 std::vector<Case> readCases() {
   std::vector<Case> cases;
-  for (const auto& file : std::filesystem::directory_iterator(ORSK_TEST_CASES)) {
+  for (const auto& file : std::filesystem::directory_iterator(ORSK_TEST_ROOT "/tests/cases")) {
     if (file.path().extension() != ".txt") continue;
     std::ifstream lines(file.path());
     int number = 0;
@@ -78,8 +78,10 @@ class Cases : public testing::TestWithParam<Case> {};
 TEST_P(Cases, LeavesExactlyThis) {
   const ShellOutcome outcome = runShell(GetParam().line);
   EXPECT_EQ(GetParam().expected, marked('>', outcome.output) + marked('!', outcome.errors) +
-                                     marked('@', outcome.calls) + "= " + std::to_string(outcome.status) + '\n')
-      << "reproduce: LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY " PATH=" ORSK_TEST_BIN ":$PATH BASH_ENV=" ORSK_TEST_FUNCTIONS
+                                     marked('@', outcome.calls) +
+                                     (outcome.status == 0 ? "" : "= " + std::to_string(outcome.status) + '\n'))
+      << "reproduce: LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY " PATH=" ORSK_TEST_BIN ":$PATH BASH_ENV=" ORSK_TEST_ROOT
+         "/tests/cases/functions.bash"
          " bash -c '"
       << GetParam().line << "'";
 }

@@ -42,13 +42,16 @@ ShellOutcome runShell(const std::string& line) {
   const std::string runner = std::string("ORSK_TEST_RUNNER=") + (runnerVariable == nullptr ? "" : runnerVariable);
   const char* const arguments[] = {"bash", "--norc", "-c", line.c_str(), nullptr};
   const std::string state = "ORSK_SIMULATOR_STATE=" + (scratch.path / "state.json").string();
+  const std::string folder = "SCRATCH=" + scratch.path.string();
   const char* const environment[] = {"PATH=" ORSK_TEST_BIN ":/usr/bin:/bin",
                                      "LC_ALL=C",
                                      "LD_LIBRARY_PATH=" ORSK_TEST_LIBRARY,
-                                     "BASH_ENV=" ORSK_TEST_FUNCTIONS,
+                                     "BASH_ENV=" ORSK_TEST_ROOT "/tests/cases/functions.bash",
                                      runner.c_str(),
                                      log.c_str(),
                                      state.c_str(),
+                                     folder.c_str(),
+                                     "ROOT=" ORSK_TEST_ROOT,
                                      nullptr};
 
   posix_spawn_file_actions_t actions;

@@ -1,36 +1,57 @@
-// The library's C interface, for what the program never sends: other document types, members that
-// are missing or wrong, and buffers that are too small.
+// The library's C interface, for what the program never sends or drops: other document types, members
+// that are missing or wrong, small buffers, warnings; and for a caller that runs out of memory.
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
 
-#include "errors/library_exception.h"
+#include "errors/status.h"
+#include "in_process/failing_allocations.h"
 #include "orsksapi.h"
+#include "service/timestamp.h"
 
 namespace {
+
+using Call = std::function<void(zuerr_Status*)>;
 
 class Simulator : public testing::Test {
  protected:
   Simulator() {
     std::string pattern = std::filesystem::temp_directory_path() / "orskapp-test-XXXXXX";
     folder_ = mkdtemp(pattern.data());
-    setenv("ORSK_SIMULATOR_STATE", (folder_ / "state.json").c_str(), 1);
+    setenv("ORSK_SIMULATOR_STATE", state().c_str(), 1);
+    setenv("ORSK_SIMULATOR_STEP_MS", "1", 1);
   }
   ~Simulator() override { std::filesystem::remove_all(folder_); }
 
+  std::filesystem::path state() const { return folder_ / "state.json"; }
+
+  std::string stateText() const {
+    std::ostringstream text;
+    text << std::ifstream(state()).rdbuf();
+    return text.str();
+  }
+
   /// Returns the code that `call` leaves, 0 for none.
-  template <typename Call>
-  std::int32_t codeOf(Call call) {
-    try {
-      zuerr::ScopedStatus status;
-      call(&status);
-    } catch (const zuerr::ExceptionBase& error) {
-      return error.status.code;
-    }
-    return 0;
+  static std::int32_t codeOf(const Call& call) {
+    zuerr_Status status = zuerr_initialStatus;
+    errno = ENOENT;  // A caller's errno means nothing to the library.
+    call(&status);
+    zuerr_release(&status);
+    return status.code;
+  }
+
+  static std::int32_t load(const char* json, const char* name = "networkDeviceParams") {
+    return codeOf([&](zuerr_Status* status) { orsksapi_loadResources(name, json, status); });
   }
 
  private:
@@ -54,12 +75,8 @@ TEST_F(Simulator, RefusesDocuments) {
       {"networkDeviceParams", R"({"remoteHost":1})", -61004},
       {"networkDeviceParams", R"({"remoteHost":null})", -61004},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(row.code, codeOf([&](zuerr_Status* status) { orsksapi_loadResources(row.name, row.json, status); }))
-        << row.name << row.json;
-  }
-  const char* const numbers[] = {"-1", "4294967296", "1.5", "\"1\"", "null"};
-  for (const std::string number : numbers) {
+  for (const auto& row : rows) EXPECT_EQ(row.code, load(row.json, row.name)) << row.name << row.json;
+  for (const std::string number : {"-1", "4294967296", "1.5", "\"1\"", "null"}) {
     const std::string json = R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":)" + number +
                              R"(,"minSyncDuration_ms":4294967295})";
     EXPECT_EQ(-61004, codeOf([&](zuerr_Status* status) {
@@ -85,12 +102,111 @@ TEST_F(Simulator, TerminatesWhateverBufferItIsGiven) {
   char none[1] = {'#'};
   const char* const json = R"({"uri":"d","timescaleUri":null,"remoteHosts":[],)"
                            R"("maxOffset_ns":0,"minSyncDuration_ms":0})";
-  const char* const name = "syncDomainCreateAndAddRemoteDevicesParams";
   EXPECT_EQ(-61018, codeOf([&](zuerr_Status* status) {
-    orsksapi_syncDomain_createAndAddDevices(name, json, none, sizeof none, status);
+    orsksapi_syncDomain_createAndAddDevices("syncDomainCreateAndAddRemoteDevicesParams", json, none, 1, status);
   }));
   EXPECT_EQ('\0', none[0]);
   EXPECT_EQ(-61010, codeOf([&](zuerr_Status* status) { orsksapi_syncDomain_stop("d", status); }));
+}
+
+TEST_F(Simulator, WarnsOfWhatIsSoAlreadyAndRefusesWithoutAResult) {
+  const auto create = [](zuerr_Status* status) {
+    orsksapi_syncDomain_create(
+        "syncDomainParams", R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":0,"minSyncDuration_ms":0})",
+        status);
+  };
+  const auto stop = [](zuerr_Status* status) { orsksapi_syncDomain_stop("d", status); };
+  const auto start = [](zuerr_Status* status) { orsksapi_syncDomain_start("d", 0, status); };
+  EXPECT_EQ(0, load(R"({"remoteHost":"h"})"));
+  EXPECT_EQ(61001, load(R"({"remoteHost":"h"})"));
+  EXPECT_EQ(0, codeOf(create));
+  EXPECT_EQ(61002, codeOf(stop));
+  EXPECT_EQ(0, codeOf(start));
+  EXPECT_EQ(0, codeOf(stop));
+
+  // Refused by a rule, or because the state cannot be written.
+  const Timestamp untouched{1, 2, 3, 4}, zero{};
+  const auto descriptors = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
+  const auto open = descriptors();
+  for (const char* uri : {"timescale:other", "timescale:local"}) {
+    Timestamp time = untouched;
+    codeOf([&](zuerr_Status* status) { orsksapi_timestampCorrelator_correlate(uri, uri, &zero, &time, status); });
+    EXPECT_EQ(0, std::memcmp(&time, &zero, sizeof time));
+    time = untouched;
+    if (uri == std::string("timescale:local")) {
+      std::filesystem::remove(state());
+      std::filesystem::create_directory(state());
+    }
+    EXPECT_GT(0, codeOf([&](zuerr_Status* status) { orsksapi_timescale_getTime(uri, &time, status); }));
+    EXPECT_EQ(0, std::memcmp(&time, &zero, sizeof time));
+  }
+  EXPECT_EQ(-61019, codeOf(stop));
+  EXPECT_EQ(open, descriptors());
+}
+
+/// Runs `call` in a process of its own with its N-th allocation failing. Returns the code it leaves,
+/// nothing where no allocation was left to fail, and `aborted` where the JSON library ended it: its
+/// destructors allocate.
+constexpr std::int32_t aborted = INT32_MIN;
+std::optional<std::int32_t> codeWithFailingAllocation(std::size_t number, const Call& call) {
+  auto* const code = static_cast<std::int32_t*>(
+      mmap(nullptr, sizeof(std::int32_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+  *code = aborted;
+  const pid_t child = fork();
+  if (child == 0) {
+    std::signal(SIGABRT, [](int) { _exit(0); });
+    close(STDERR_FILENO);
+    zuerr_Status status = zuerr_initialStatus;
+    allocationsUntilFailure = number;
+    countAllocations(true);
+    call(&status);
+    *code = status.code;
+    _exit(allocationsUntilFailure > 0 ? 1 : 0);
+  }
+  int exit = 0;
+  waitpid(child, &exit, 0);
+  const std::int32_t left = *code;
+  munmap(code, sizeof *code);
+  return exit == 0 ? std::optional(left) : std::nullopt;
+}
+
+// With each allocation failing in turn an operation says so and has changed nothing, or it is done.
+TEST_F(Simulator, OutOfMemoryChangesNothingAndSaysSo) {
+  char buffer[512];
+  Timestamp time{};
+  const Call calls[] = {
+      [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", R"({"remoteHost":"h"})", s); },
+      [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", R"({"remoteHost":"h"})", s); },
+      [](zuerr_Status* s) {
+        orsksapi_syncDomain_create(
+            "syncDomainParams",
+            R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":0,"minSyncDuration_ms":5000})", s);
+      },
+      [](zuerr_Status* s) { orsksapi_syncDomain_startV2("d", true, true, 4, s); },
+      [](zuerr_Status* s) { orsksapi_syncDomain_startV2("d", true, true, 9, s); },
+      [](zuerr_Status* s) { orsksapi_syncDomain_isCoherentSinceLastChecked("d", s); },
+      [&](zuerr_Status* s) { orsksapi_timescale_getTime("timescale://h", &time, s); },
+      [&](zuerr_Status* s) { orsksapi_getSyncDomainInfo(buffer, sizeof buffer, s); },
+  };
+  for (const Call& call : calls) {
+    const std::string before = stateText();
+    const std::int32_t code = codeOf(call);
+    const std::string after = stateText();
+    EXPECT_NE(before, after);
+    std::size_t number = 1;
+    for (;; ++number) {
+      std::filesystem::remove(state());
+      if (!before.empty()) std::ofstream(state()) << before;
+      const auto left = codeWithFailingAllocation(number, call);
+      if (!left) break;
+      const std::string now = stateText();
+      EXPECT_TRUE((left == code && now == after) || (*left < 0 && now == before))
+          << &call - calls << ", allocation " << number << ": code " << *left;
+      EXPECT_FALSE(left == aborted && number == 1) << &call - calls;
+    }
+    EXPECT_GT(number, 20U);
+    std::ofstream(state()) << after;
+  }
 }
 
 }  // namespace
