@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "orsksapi.h"
+#include "interface/orsksapi.h"
 #include "simulator/documents.h"
 #include "simulator/perform.h"
 

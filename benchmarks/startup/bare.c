@@ -4,7 +4,7 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "orsksapi.h"
+#include "interface/orsksapi.h"
 
 // The record as orsksapi.h leaves it open.
 struct zuerr_Status {

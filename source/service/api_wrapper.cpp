@@ -1,6 +1,6 @@
 #include "service/api_wrapper.h"
 
-#include "orsksapi.h"
+#include "interface/orsksapi.h"
 
 constinit orsksapi::ApiWrapper apiWrapper;
 

@@ -25,7 +25,7 @@
 #include <string>
 
 #include "errors/status.h"
-#include "orsksapi.h"
+#include "interface/orsksapi.h"
 #include "service/timestamp.h"
 
 /// Told when this library's own work begins and ends, by who makes allocations fail and means the

@@ -16,7 +16,7 @@
 
 #include "errors/status.h"
 #include "in_process/failing_allocations.h"
-#include "orsksapi.h"
+#include "interface/orsksapi.h"
 #include "service/timestamp.h"
 
 namespace {
