@@ -45,5 +45,5 @@ build() {
 # build_program PRESET: what is installed and no more, for which the tests' packages are not needed.
 build_program() {
   cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev >/dev/null
-  cmake --build --preset "$1" --target orskapp orsksapi kit
+  cmake --build --preset "$1" --target orskapp orsksapi packaged_files
 }
