@@ -2,10 +2,11 @@
 
 #include <cstdint>
 
+#include "commands/confirmation.h"
 #include "commands/dispatch_table.h"
 #include "diagnostics/reported_places.h"
 #include "grammar/option_access.h"
-#include "grammar/output.h"
+#include "output/standard_streams.h"
 #include "service/parameter_document.h"
 #include "service/service_call.h"
 #include "service/text_buffer.h"

@@ -3,7 +3,7 @@
 #include <cinttypes>
 #include <cstdio>
 
-#include "grammar/output.h"
+#include "output/standard_streams.h"
 
 void printTimestamp(const Timestamp& timestamp) {
   // A sign, a point, and at most 20, 10 and 10 digits.

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "grammar/grammar_tables.h"
-#include "grammar/output.h"
+#include "output/standard_streams.h"
 
 namespace {
 

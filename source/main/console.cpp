@@ -8,16 +8,15 @@
 
 #include "diagnostics/monotonic_stop_watch.h"
 #include "errors/library_exception.h"
-#include "grammar/grammar_tables.h"
-#include "grammar/output.h"
 #include "main/command_line.h"
 #include "main/dispatch.h"
+#include "output/standard_streams.h"
 
 namespace {
 
 void runTimed(const CommandLine& line) {
   std::optional<orsktools::MonotonicStopWatch> stopWatch;
-  if (line.flags.at(std::string(timingFlag))) stopWatch.emplace();
+  if (isTimed(line.flags)) stopWatch.emplace();
   runCommand(line);
   if (!stopWatch) return;
   const auto elapsedNs = orsktools::monotonicNowNs() - stopWatch->startNs;

@@ -1,5 +1,5 @@
 #include "main/console.h"
-#include "main/standard_streams.h"
+#include "output/standard_streams.h"
 
 int main(int argc, char** argv) {
   protectStandardStreams();

@@ -1,10 +1,11 @@
 #include "main/query_commands.h"
 
+#include "commands/confirmation.h"
 #include "commands/dispatch_table.h"
 #include "commands/timestamp_output.h"
 #include "diagnostics/reported_places.h"
 #include "grammar/option_access.h"
-#include "grammar/output.h"
+#include "output/standard_streams.h"
 #include "service/service_call.h"
 #include "service/text_buffer.h"
 

@@ -1,7 +1,7 @@
 #include "main/resource_commands.h"
 
+#include "commands/confirmation.h"
 #include "grammar/option_access.h"
-#include "grammar/output.h"
 #include "service/parameter_document.h"
 #include "service/service_call.h"
 

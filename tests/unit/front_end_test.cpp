@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "commands/confirmation.h"
 #include "diagnostics/trace.h"
 #include "errors/console_exceptions.h"
-#include "grammar/output.h"
 #include "main/command_line.h"
 #include "main/dispatch.h"
+#include "output/standard_streams.h"
 
 namespace {
 
