@@ -2,11 +2,10 @@
 
 #include <cstdint>
 
-#include "commands/confirmation.h"
 #include "commands/dispatch_table.h"
+#include "commands/results.h"
 #include "diagnostics/reported_places.h"
 #include "grammar/option_access.h"
-#include "output/standard_streams.h"
 #include "service/parameter_document.h"
 #include "service/service_call.h"
 #include "service/text_buffer.h"
@@ -29,7 +28,7 @@ void create(const OptionMap& options, const FlagMap& flags) {
   const auto minSyncDurationMs = getOption<std::uint32_t>("minSyncDuration_ms", options);
   const auto document = syncDomainParams(uri, timescaleUri, maxOffsetNs, minSyncDurationMs);
   callService(&ApiWrapper::syncDomain_create, document.name, document.json);
-  printSuccess(flags, {"Created Sync Domain with uri = ", uri});
+  printSuccess(flags, "Created Sync Domain with uri = ", uri);
 }
 
 void createAndAddDevices(const OptionMap& options, const FlagMap& flags) {
@@ -43,21 +42,21 @@ void createAndAddDevices(const OptionMap& options, const FlagMap& flags) {
   TextBuffer<URI_BUFFER_SIZE> usedTimescaleUri;
   callService(&ApiWrapper::syncDomain_createAndAddDevices, document.name, document.json,
               usedTimescaleUri.data(), usedTimescaleUri.size());
-  printSuccess(flags, {"Created and added devices to Sync Domain with uri = ", uri,
-                       " and timescaleUri = ", usedTimescaleUri.text()});
+  printSuccess(flags, "Created and added devices to Sync Domain with uri = ", uri,
+               " and timescaleUri = ", usedTimescaleUri.text());
 }
 
 void deleteDomain(const OptionMap& options, const FlagMap& flags) {
   const auto uri = getOption<std::string>("uri", options);
   callService(&ApiWrapper::syncDomain_delete, uri);
-  printSuccess(flags, {"Deleted Sync Domain where uri = ", uri});
+  printSuccess(flags, "Deleted Sync Domain where uri = ", uri);
 }
 
 void start(const OptionMap& options, const FlagMap& flags) {
   const auto uri = getOption<std::string>("uri", options);
   const auto timeoutS = getOption<std::uint32_t>("timeout_s", options);
   const bool started = callService(&ApiWrapper::syncDomain_start, uri, timeoutS);
-  if (started) printSuccess(flags, {"Started Sync Domain where uri = ", uri});
+  if (started) printSuccess(flags, "Started Sync Domain where uri = ", uri);
 }
 
 void startV2(const OptionMap& options, const FlagMap& flags) {
@@ -68,34 +67,34 @@ void startV2(const OptionMap& options, const FlagMap& flags) {
   callService(&ApiWrapper::syncDomain_startV2, uri, saveInitialCoherency, waitToBecomeCoherent,
               timeoutS);
   if (isQuiet(flags)) return;
-  printSuccess(flags, {"Started Sync Domain where uri = ", uri});
-  printLine({" Save initial coherency = ", wordFor(saveInitialCoherency)});
-  printLine({" Wait to become coherent = ", wordFor(waitToBecomeCoherent)});
+  printSuccess(flags, "Started Sync Domain where uri = ", uri);
+  printLine(" Save initial coherency = ", wordFor(saveInitialCoherency));
+  printLine(" Wait to become coherent = ", wordFor(waitToBecomeCoherent));
 }
 
 void stop(const OptionMap& options, const FlagMap& flags) {
   const auto uri = getOption<std::string>("uri", options);
   callService(&ApiWrapper::syncDomain_stop, uri);
-  printSuccess(flags, {"Stopped Sync Domain where uri = ", uri});
+  printSuccess(flags, "Stopped Sync Domain where uri = ", uri);
 }
 
 void addSyncableDevice(const OptionMap& options, const FlagMap& flags) {
   const auto uri = getOption<std::string>("uri", options);
   const auto syncableDeviceUri = getOption<std::string>("syncableDeviceUri", options);
   callService(&ApiWrapper::syncDomain_addSyncableDevice, uri, syncableDeviceUri);
-  printSuccess(flags, {"Added Syncable Device with uri = ", syncableDeviceUri, " to Domain."});
+  printSuccess(flags, "Added Syncable Device with uri = ", syncableDeviceUri, " to Domain.");
 }
 
 void isCoherent(const OptionMap& options, const FlagMap&) {
   const auto uri = getOption<std::string>("uri", options);
   const bool coherent = callService(&ApiWrapper::syncDomain_isCoherent, uri);
-  printLine({wordFor(coherent)});
+  printLine(wordFor(coherent));
 }
 
 void isCoherentSinceLastChecked(const OptionMap& options, const FlagMap&) {
   const auto uri = getOption<std::string>("uri", options);
   const bool coherent = callService(&ApiWrapper::syncDomain_isCoherentSinceLastChecked, uri);
-  printLine({wordFor(coherent)});
+  printLine(wordFor(coherent));
 }
 
 // clang-format off

@@ -2,12 +2,11 @@
 
 #include <cstdint>
 
-#include "commands/confirmation.h"
 #include "commands/dispatch_table.h"
+#include "commands/results.h"
 #include "commands/timestamp_output.h"
 #include "diagnostics/reported_places.h"
 #include "grammar/option_access.h"
-#include "output/standard_streams.h"
 #include "service/parameter_document.h"
 #include "service/service_call.h"
 
@@ -26,16 +25,16 @@ void create(const OptionMap& options, const FlagMap& flags) {
   const auto document =
       linearCorrelatorParams(timescaleUri1, timescaleUri2, samplingIntervalMs, historyLength);
   callService(&ApiWrapper::timestampCorrelator_create, document.name, document.json);
-  printSuccess(flags, {"Created Timestamp Correlator with timescaleUris = ", timescaleUri1, " and ",
-                       timescaleUri2});
+  printSuccess(flags, "Created Timestamp Correlator with timescaleUris = ", timescaleUri1, " and ",
+               timescaleUri2);
 }
 
 void deleteCorrelator(const OptionMap& options, const FlagMap& flags) {
   const auto timescaleUri1 = getOption<std::string>("timescaleUri1", options);
   const auto timescaleUri2 = getOption<std::string>("timescaleUri2", options);
   callService(&ApiWrapper::timestampCorrelator_delete, timescaleUri1, timescaleUri2);
-  printSuccess(flags, {"Deleted Timestamp Correlator with timescaleUris = ", timescaleUri1, " and ",
-                       timescaleUri2});
+  printSuccess(flags, "Deleted Timestamp Correlator with timescaleUris = ", timescaleUri1, " and ",
+               timescaleUri2);
 }
 
 void correlate(const OptionMap& options, const FlagMap& flags) {
@@ -48,9 +47,8 @@ void correlate(const OptionMap& options, const FlagMap& flags) {
   Timestamp dstTime{};
   callService(&ApiWrapper::timestampCorrelator_correlate, srcTimescaleUri, dstTimescaleUri,
               &srcTime, &dstTime);
-  printSuccess(flags, {"Correlated timestamp from srcTimescaleUri = ", srcTimescaleUri});
-  printText("Correlated time in seconds: ");
-  printTimestamp(dstTime);
+  printSuccess(flags, "Correlated timestamp from srcTimescaleUri = ", srcTimescaleUri);
+  printTimestamp(dstTime, "Correlated time in seconds: ");
 }
 
 // clang-format off

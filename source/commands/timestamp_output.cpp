@@ -3,13 +3,13 @@
 #include <cinttypes>
 #include <cstdio>
 
-#include "output/standard_streams.h"
+#include "commands/results.h"
 
-void printTimestamp(const Timestamp& timestamp) {
+void printTimestamp(const Timestamp& timestamp, std::string_view label) {
   // A sign, a point, and at most 20, 10 and 10 digits.
   char text[43];
   std::snprintf(text, sizeof text, "%s%" PRIu64 ".%09" PRIu32 "%" PRIu32,
                 timestamp.negative != 0 ? "-" : "", timestamp.seconds, timestamp.nanoseconds,
                 timestamp.fraction);
-  printLine({text});
+  printLine(label, text);
 }

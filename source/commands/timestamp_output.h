@@ -1,7 +1,9 @@
 #pragma once
 
+#include <string_view>
+
 #include "service/timestamp.h"
 
-/// Prints `timestamp` as seconds, ".", at least nine digits of nanoseconds and the fraction word,
-/// and ends the line.
-void printTimestamp(const Timestamp& timestamp);
+/// Prints a line of `label` and `timestamp`: seconds, ".", at least nine digits of nanoseconds and
+/// the fraction word. Throws what `printLine` throws.
+void printTimestamp(const Timestamp& timestamp, std::string_view label = "");

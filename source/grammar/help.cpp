@@ -1,11 +1,19 @@
 #include "grammar/help.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 
 #include "grammar/grammar_tables.h"
 #include "output/standard_streams.h"
 
 namespace {
+
+/// Help has no result to lose: where it cannot be written nobody reads it.
+template <typename... Parts>
+void printHelpLine(const Parts&... parts) {
+  writeLine(STDOUT_FILENO, parts...);
+}
 
 template <typename Table>
 bool hasRowOf(const Table& table, std::string_view command) {
@@ -14,10 +22,10 @@ bool hasRowOf(const Table& table, std::string_view command) {
 }
 
 void printArgumentHelp(const CommandArgument& argument) {
-  printLine({"      ", argument.argument});
+  printHelpLine("      ", argument.argument);
   for (const ArgumentOption& row : NewestFirst{argumentOptions}) {
     if (row.command != argument.command || row.argument != argument.argument) continue;
-    printLine({"         --", row.option, row.helpHint});
+    printHelpLine("         --", row.option, row.helpHint);
   }
 }
 
@@ -26,10 +34,10 @@ void printArgumentHelp(const CommandArgument& argument) {
 void printCommandHelp(const std::string& command) {
   const bool takesArgument = hasRowOf(commandArguments, command);
   const bool takesOptions = hasRowOf(commandOptions, command) || hasRowOf(argumentOptions, command);
-  printLine(
-      {"\n   ", command, takesArgument ? " [arg]" : "", takesOptions ? " --[optionN] [valN]" : ""});
+  printHelpLine("\n   ", command, takesArgument ? " [arg]" : "",
+                takesOptions ? " --[optionN] [valN]" : "");
   for (const CommandOption& row : NewestFirst{commandOptions}) {
-    if (row.command == command) printLine({"      --", row.option});
+    if (row.command == command) printHelpLine("      --", row.option);
   }
   for (const CommandArgument& row : NewestFirst{commandArguments}) {
     if (row.command == command) printArgumentHelp(row);

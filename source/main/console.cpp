@@ -1,16 +1,19 @@
 #include "main/console.h"
 
+#include <unistd.h>
+
 #include <cinttypes>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <optional>
 #include <string>
 
+#include "commands/results.h"
 #include "diagnostics/monotonic_stop_watch.h"
 #include "errors/library_exception.h"
 #include "main/command_line.h"
 #include "main/dispatch.h"
-#include "output/standard_streams.h"
 
 namespace {
 
@@ -21,23 +24,37 @@ void runTimed(const CommandLine& line) {
   if (!stopWatch) return;
   const auto elapsedNs = orsktools::monotonicNowNs() - stopWatch->startNs;
   const std::string elapsedMs = std::to_string(orsktools::wholeMilliseconds(elapsedNs));
-  printLine({"(Command executed in ", elapsedMs, " ms.)"});
+  const int error = writeLine(STDOUT_FILENO, "(Command executed in ", elapsedMs, " ms.)");
+  if (line.command != "help") requireWritten(error);
+}
+
+template <typename... Parts>
+void printError(const Parts&... parts) {
+  writeLine(STDERR_FILENO, "ERROR: ", parts...);
+}
+
+/// The text of a record, which a library may have left without its NUL, or without its capacity.
+std::string_view textOf(const zuerr_Status& status) {
+  if (status.json == nullptr) return "";
+  if (status.capacity == 0) return status.json;
+  return {status.json, strnlen(status.json, status.capacity)};
 }
 
 }  // namespace
 
-// An error line is one call each, so that lines of concurrent runs do not mix.
 int runConsole(int argc, const char* const* argv) {
   try {
     runTimed(readCommandLine(argc, argv));
     return 0;
   } catch (const zuerr::ExceptionBase& error) {
-    std::fprintf(stderr, "ERROR: %" PRId32 ": %s\n", error.status.code, error.what());
+    char code[12];
+    std::snprintf(code, sizeof code, "%" PRId32, error.status.code);
+    printError(code, ": ", textOf(error.status));
     return error.status.code;
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "ERROR: %s\n", error.what());
+    printError(error.what());
   } catch (...) {
-    std::fputs("ERROR: Unknown exception.\n", stderr);
+    printError("Unknown exception.");
   }
   return 1;
 }

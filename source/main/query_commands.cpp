@@ -1,11 +1,10 @@
 #include "main/query_commands.h"
 
-#include "commands/confirmation.h"
 #include "commands/dispatch_table.h"
+#include "commands/results.h"
 #include "commands/timestamp_output.h"
 #include "diagnostics/reported_places.h"
 #include "grammar/option_access.h"
-#include "output/standard_streams.h"
 #include "service/service_call.h"
 #include "service/text_buffer.h"
 
@@ -17,9 +16,8 @@ void getTime(const OptionMap& options, const FlagMap& flags) {
   const auto timescaleUri = getOption<std::string>("timescaleUri", options);
   Timestamp time{};
   callService(&ApiWrapper::timescale_getTime, timescaleUri, &time);
-  printSuccess(flags, {"Retrieved timestamp from timescale ", timescaleUri});
-  printText("Time in seconds : ");
-  printTimestamp(time);
+  printSuccess(flags, "Retrieved timestamp from timescale ", timescaleUri);
+  printTimestamp(time, "Time in seconds : ");
 }
 
 constexpr Action timescaleActions[] = {
@@ -52,16 +50,16 @@ void getCurrentTimescale(const OptionMap& options) {
   TextBuffer<URI_BUFFER_SIZE> timescaleUri;
   callService(&ApiWrapper::getCurrentTimescale, remoteHost, timescaleUri.data(),
               timescaleUri.size());
-  printLine({timescaleUri.text()});
+  printLine(timescaleUri.text());
 }
 
 void listServiceObjects(const std::string& kind) {
   const auto getInfo = rowOf(kinds, kind, reported::listKinds).getInfo;
   TextBuffer<INFO_BUFFER_SIZE> info;
   callService(getInfo, info.data(), info.size());
-  printLine({info.text()});
+  printLine(info.text());
 }
 
 void getApiVersion() {
-  printLine({std::to_string(apiWrapper.getApiVersion())});
+  printLine(std::to_string(apiWrapper.getApiVersion()));
 }

@@ -1,6 +1,6 @@
 #include "main/resource_commands.h"
 
-#include "commands/confirmation.h"
+#include "commands/results.h"
 #include "grammar/option_access.h"
 #include "service/parameter_document.h"
 #include "service/service_call.h"
@@ -17,7 +17,7 @@ void runResourceCommand(ResourceOperation operation, std::string_view confirmati
   const auto remoteHost = getOption<std::string>("remoteHost", options);
   const ParameterDocument document = networkDeviceParams(remoteHost);
   callService(operation, document.name, document.json);
-  printSuccess(flags, {confirmation, remoteHost});
+  printSuccess(flags, confirmation, remoteHost);
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include "output/standard_streams.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 
 void protectStandardStreams() {
   std::signal(SIGPIPE, SIG_IGN);
@@ -16,12 +16,27 @@ void protectStandardStreams() {
   }
 }
 
-void printText(std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stdout);
-}
-
-void printLine(std::initializer_list<std::string_view> parts) {
-  for (const std::string_view part : parts) printText(part);
-  printText("\n");
-  std::fflush(stdout);
+int writePieces(int stream, std::span<iovec> pieces) noexcept {
+  while (!pieces.empty()) {
+    const ssize_t result = writev(stream, pieces.data(), static_cast<int>(pieces.size()));
+    if (result < 0) {
+      if (errno == EAGAIN) {
+        pollfd writable{stream, POLLOUT, 0};
+        poll(&writable, 1, -1);
+      } else if (errno != EINTR) {
+        return errno == EPIPE ? 0 : errno;
+      }
+      continue;
+    }
+    auto written = static_cast<std::size_t>(result);
+    while (!pieces.empty() && written >= pieces.front().iov_len) {
+      written -= pieces.front().iov_len;
+      pieces = pieces.subspan(1);
+    }
+    if (!pieces.empty()) {
+      pieces.front().iov_base = static_cast<char*>(pieces.front().iov_base) + written;
+      pieces.front().iov_len -= written;
+    }
+  }
+  return 0;
 }

@@ -3,32 +3,35 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 
 #include "main/console.h"
 
 namespace {
 
-/// Stands in for one of the C library's streams, and keeps what is written.
-class CaughtStream {
+/// A file in memory that takes a standard stream's place, or none's.
+class Caught {
  public:
-  explicit CaughtStream(FILE*& stream) : stream_(stream), original_(stream) { stream = open_memstream(&text_, &size_); }
-  CaughtStream(const CaughtStream&) = delete;
-  CaughtStream& operator=(const CaughtStream&) = delete;
-  ~CaughtStream() { std::free(text_); }
+  explicit Caught(int stream) : stream_(stream), original_(dup(stream)) { dup2(file_, stream_); }
+  Caught(const Caught&) = delete;
+  Caught& operator=(const Caught&) = delete;
+  ~Caught() { close(file_); }
 
   std::string finish() {
-    std::fclose(stream_);
-    stream_ = original_;
-    return {text_, size_};
+    dup2(original_, stream_);
+    close(original_);
+    return take(file_);
+  }
+
+  /// Empties the file.
+  static std::string take(int file) {
+    std::string text(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
+    if (pread(file, text.data(), text.size(), 0) < 0 || ftruncate(file, 0) != 0) abort();
+    return text;
   }
 
  private:
-  FILE*& stream_;
-  FILE* original_;
-  char* text_ = nullptr;
-  std::size_t size_ = 0;
+  int stream_, original_, file_ = memfd_create("caught", 0);
 };
 
 /// The recording library's log, in memory.
@@ -41,12 +44,6 @@ int callLog() {
   return file;
 }
 
-std::string takeCalls() {
-  std::string text(static_cast<std::size_t>(lseek(callLog(), 0, SEEK_END)), '\0');
-  if (pread(callLog(), text.data(), text.size(), 0) < 0 || ftruncate(callLog(), 0) != 0) abort();
-  return text;
-}
-
 }  // namespace
 
 InProcessOutcome runInProcess(const std::vector<std::string>& words, void (*atConsole)(bool begins)) {
@@ -56,13 +53,12 @@ InProcessOutcome runInProcess(const std::vector<std::string>& words, void (*atCo
   arguments.push_back(nullptr);
 
   InProcessOutcome outcome;
-  CaughtStream output(stdout);
-  CaughtStream errors(stderr);
+  Caught output(STDOUT_FILENO), errors(STDERR_FILENO);
   if (atConsole != nullptr) atConsole(true);
   outcome.status = runConsole(static_cast<int>(arguments.size()) - 1, arguments.data());
   if (atConsole != nullptr) atConsole(false);
   outcome.errors = errors.finish();
   outcome.output = output.finish();
-  outcome.calls = takeCalls();
+  outcome.calls = Caught::take(callLog());
   return outcome;
 }

@@ -12,15 +12,19 @@
 //   ORSK_TEST_TIME    "seconds nanoseconds fraction negative" to put into an output time
 //   ORSK_TEST_RESULT  number to return; default 0
 //   ORSK_TEST_DELAY_MS milliseconds that an answer takes
+//   ORSK_TEST_SPOIL   spoils the standard streams
 //   ORSK_TEST_THROW   throws a number through the interface, after leaving the status
 
 #include <fcntl.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <sstream>
 #include <string>
 
@@ -38,12 +42,33 @@ void setAtWork(bool atWork) {
   if (orskTestLibraryAtWork != nullptr) orskTestLibraryAtWork(atWork);
 }
 
-/// The log stays open, as a library's own files do, and takes the number of a stream that was closed.
-void log(const std::string& line) {
+/// The log is opened as soon as the library is there, and stays open: were a standard stream closed,
+/// it would have its number.
+int logFile() {
+  static int file = -1;
   const char* const path = std::getenv("ORSK_TEST_LOG");
-  if (path == nullptr) return;
-  static const int file = open(path, O_WRONLY | O_APPEND | O_CREAT, 0600);
-  if (file < 0 || write(file, line.data(), line.size()) < 0) std::abort();
+  if (file < 0 && path != nullptr) file = open(path, O_WRONLY | O_APPEND | O_CREAT, 0600);
+  return file;
+}
+[[maybe_unused]] const int openedLog = logFile();
+
+void log(const std::string& line) {
+  if (logFile() >= 0 && write(logFile(), line.data(), line.size()) < 0) std::abort();
+}
+
+/// Does to the process's streams what a library may: makes them wide, buffered and non-blocking, and
+/// interrupts whoever waits.
+void spoilStreams() {
+  for (std::FILE* const stream : {stdout, stderr}) {
+    std::fwide(stream, 1);
+    std::setvbuf(stream, nullptr, _IOFBF, 1 << 16);
+    fcntl(fileno(stream), F_SETFL, O_NONBLOCK);
+  }
+  struct sigaction action {};
+  action.sa_handler = [](int) {};
+  sigaction(SIGALRM, &action, nullptr);
+  const itimerval often{{0, 1000}, {0, 1000}};
+  setitimer(ITIMER_REAL, &often, nullptr);
 }
 
 const char* environment(const char* name, const char* otherwise) {
@@ -166,6 +191,7 @@ class Call {
   std::uint32_t answer() {
     log(line_.str() + ")\n");
     usleep(1000 * static_cast<useconds_t>(std::atoi(environment("ORSK_TEST_DELAY_MS", "0"))));
+    if (std::getenv("ORSK_TEST_SPOIL") != nullptr) spoilStreams();
     if (std::getenv("ORSK_TEST_THROW") != nullptr) throw 1;
     return static_cast<std::uint32_t>(std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));
   }

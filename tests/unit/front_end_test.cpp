@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
-#include "commands/confirmation.h"
 #include "diagnostics/trace.h"
 #include "errors/console_exceptions.h"
 #include "main/command_line.h"
@@ -10,23 +10,23 @@
 
 namespace {
 
-// Each line is there as soon as it is printed, without waiting for the process to end.
-TEST(Output, IsFlushedLineByLine) {
+// A line is one write, even one that is made of pieces; a socket keeps the writes apart.
+TEST(Output, WritesALineAtOnce) {
   int ends[2];
-  ASSERT_EQ(0, pipe(ends));
-  const int standardOutput = dup(STDOUT_FILENO);
-  dup2(ends[1], STDOUT_FILENO);
-  char read1[64] = "", read2[64] = "";
-  printLine({"a ", "line"});
-  const auto size1 = read(ends[0], read1, sizeof read1);
-  printSuccess({{"-q", false}, {"-t", true}}, {"done"});
-  printSuccess({{"-q", true}, {"-t", false}}, {"hidden"});
-  printLine({});
-  const auto size2 = read(ends[0], read2, sizeof read2);
-  dup2(standardOutput, STDOUT_FILENO);
-  for (const int descriptor : {ends[0], ends[1], standardOutput}) close(descriptor);
-  EXPECT_EQ("a line\n", std::string(read1, static_cast<std::size_t>(size1)));
-  EXPECT_EQ("SUCCESS: done\n\n", std::string(read2, static_cast<std::size_t>(size2)));
+  ASSERT_EQ(0, socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends));
+  const std::string large(100'000, 'x');
+  EXPECT_EQ(0, writeLine(ends[0], "a ", "", large));
+  EXPECT_EQ(0, writeLine(ends[0]));
+  for (const std::string& expected : {"a " + large + '\n', std::string("\n")}) {
+    std::string read(200'000, '#');
+    read.resize(static_cast<std::size_t>(recv(ends[1], read.data(), read.size(), 0)));
+    EXPECT_EQ(expected, read);
+  }
+  close(ends[1]);
+  protectStandardStreams();
+  EXPECT_EQ(0, writeLine(ends[0], "nobody reads it"));
+  close(ends[0]);
+  EXPECT_EQ(EBADF, writeLine(ends[0], "nowhere"));
 }
 
 TEST(CommandLine, MayHoldNotEvenAProgramName) {

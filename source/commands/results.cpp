@@ -1,0 +1,9 @@
+#include "commands/results.h"
+
+#include <cstring>
+#include <string>
+
+void requireWritten(int error) {
+  if (error == 0) return;
+  throw std::runtime_error(std::string("standard output: ") + std::strerror(error));
+}
