@@ -33,18 +33,16 @@ std::vector<Form> readForms() {
     for (const CommandOption& row : commandOptions) {
       if (row.command == command) bare.options.push_back({std::string(row.option), row.type});
     }
-    bool needsArgument = false;
     std::vector<Form> withArguments;
     for (const CommandArgument& argument : commandArguments) {
       if (argument.command != command) continue;
-      needsArgument = command != "help";
       withArguments.push_back({bare.command, std::string(argument.argument), {}});
       for (const ArgumentOption& row : argumentOptions) {
         if (row.command != command || row.argument != argument.argument) continue;
         withArguments.back().options.push_back({std::string(row.option), row.type});
       }
     }
-    if (!needsArgument) forms.push_back(bare);
+    if (!needsArgument(command)) forms.push_back(bare);
     forms.insert(forms.end(), withArguments.begin(), withArguments.end());
   }
   return forms;
@@ -58,9 +56,10 @@ const char* nameOf(OptionType type) {
       return "truth";
     case OptionType::uint32:
       return "uint32";
-    default:
+    case OptionType::uint64:
       return "uint64";
   }
+  return "";
 }
 
 /// The texts that `textOf` makes of `rows`, with blanks between them; it leaves a row out with "".
@@ -145,12 +144,13 @@ void writeGrammar(std::ostream& out, const std::string& form) {
 }
 
 void writeMessages(std::ostream& out) {
-  for (const char* message : {console_message::noCommand, console_message::invalidCommand,
-                              console_message::missingArgument, console_message::invalidArgument,
-                              console_message::missingOption, console_message::tooManyOptions}) {
+  const SyncDomainConsoleException errors[] = {NoCmdException(),         InvalidCmdException(),
+                                               MissingArgException(),    InvalidArgException(),
+                                               MissingOptionException(), TooManyOptionsException()};
+  for (const SyncDomainConsoleException& error : errors) {
     // In a manual page a text starts no line with a dot or an apostrophe; no message does.
     out << ".It \"ERROR: ";
-    for (const char byte : std::string(message))
+    for (const char byte : std::string(error.what()))
       out << (byte == '"' ? "\\(dq" : std::string(1, byte));
     out << "\"\n";
   }

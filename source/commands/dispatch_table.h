@@ -5,6 +5,7 @@
 
 #include "diagnostics/trace.h"
 #include "errors/console_exceptions.h"
+#include "grammar/grammar_tables.h"
 #include "grammar/parsed_words.h"
 
 /// A row of a command's table of actions.
@@ -12,6 +13,19 @@ struct Action {
   std::string_view word;
   void (*run)(const OptionMap& options, const FlagMap& flags);
 };
+
+/// Whether `table` has a row for each argument that the grammar tables give `command`, and no
+/// other.
+template <typename Row, std::size_t size>
+constexpr bool carriesOut(const Row (&table)[size], std::string_view command) {
+  const auto isArgument = [command](const Row& row) {
+    return std::ranges::count_if(commandArguments, [&](const CommandArgument& argument) {
+             return argument.command == command && argument.argument == row.word;
+           }) == 1;
+  };
+  return std::ranges::all_of(table, isArgument) &&
+         std::ranges::count(commandArguments, command, &CommandArgument::command) == size;
+}
 
 /// Returns the row of `table` for `word`. If there is none, the word passed the grammar's check but
 /// not this table: asserts at `place`, and throws `InvalidArgException` to tell the user.
@@ -22,5 +36,5 @@ const Row& rowOf(const Row (&table)[size], std::string_view word,
     if (row.word == word) return row;
   }
   ORSK_ASSERT(false, place);
-  throw InvalidArgException(console_message::invalidArgument);
+  throw InvalidArgException();
 }

@@ -110,6 +110,7 @@ constexpr Action actions[] = {
     {"isCoherentSinceLastChecked", isCoherentSinceLastChecked},
 };
 // clang-format on
+static_assert(carriesOut(actions, "syncDomain"));
 
 }  // namespace
 

@@ -58,6 +58,7 @@ constexpr Action actions[] = {
     {"correlate", correlate},
 };
 // clang-format on
+static_assert(carriesOut(actions, "timestampCorrelator"));
 
 }  // namespace
 

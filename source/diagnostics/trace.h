@@ -49,6 +49,7 @@ __attribute__((format(printf, 1, 2))) void orskdbg_printf(const char* format, ..
 struct orskdbg_AssertPlace {
   const char* file;
   std::int32_t line;
+  /// A format as of printf(3), without arguments.
   const char* message;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Errors in the command line, each with one fixed message for the user.
+/// Errors in the command line, each with its one message for the user.
 
 #include <stdexcept>
 #include <string>
@@ -14,58 +14,61 @@ class SyncDomainConsoleException : public std::runtime_error {
   std::string detail;
 };
 
+// clang-format off: every message stands on a line of its own, to be found.
+
 /// Nothing follows the program name.
 class NoCmdException : public SyncDomainConsoleException {
  public:
-  using SyncDomainConsoleException::SyncDomainConsoleException;
+  explicit NoCmdException(
+      const char* message =
+          "No command specified; type \"orskapp help\" to list available commands.")
+      : SyncDomainConsoleException(message) {}
 };
 
 /// The command word is not a command.
 class InvalidCmdException : public SyncDomainConsoleException {
  public:
-  using SyncDomainConsoleException::SyncDomainConsoleException;
+  explicit InvalidCmdException(
+      const char* message =
+          "Invalid command specified; type \"orskapp help\" to list available commands.")
+      : SyncDomainConsoleException(message) {}
 };
 
 /// A command that needs an argument word has none.
 class MissingArgException : public SyncDomainConsoleException {
  public:
-  using SyncDomainConsoleException::SyncDomainConsoleException;
+  explicit MissingArgException(const char* message =
+                                   "Missing argument to specified command; type \"orskapp help "
+                                   "[command]\" for list of valid arguments and options.")
+      : SyncDomainConsoleException(message) {}
 };
 
 /// An argument word is unknown, or not one of its command's.
 class InvalidArgException : public SyncDomainConsoleException {
  public:
-  using SyncDomainConsoleException::SyncDomainConsoleException;
+  explicit InvalidArgException(const char* message =
+                                   "Invalid argument to specified command; type \"orskapp help "
+                                   "[command]\" for list of valid arguments and options.")
+      : SyncDomainConsoleException(message) {}
 };
 
 /// An option that the command reads is absent.
 class MissingOptionException : public SyncDomainConsoleException {
  public:
-  using SyncDomainConsoleException::SyncDomainConsoleException;
+  explicit MissingOptionException(const char* message =
+                                      "Missing option to specified command; type \"orskapp help "
+                                      "[command]\" for list of valid arguments and options.")
+      : SyncDomainConsoleException(message) {}
 };
 
 /// An option that the command reads is given more than once.
 class TooManyOptionsException : public SyncDomainConsoleException {
  public:
-  using SyncDomainConsoleException::SyncDomainConsoleException;
+  explicit TooManyOptionsException(
+      const char* message =
+          "Too many options provided for specified command; type \"orskapp help [command]\" for "
+          "list of valid arguments and options.")
+      : SyncDomainConsoleException(message) {}
 };
 
-/// The messages, one for each class.
-namespace console_message {
-
-// clang-format off
-#define ORSK_SEE_HELP          "type \"orskapp help\" to list available commands."
-#define ORSK_SEE_COMMAND_HELP  "type \"orskapp help [command]\" for list of valid arguments and options."
-
-inline constexpr char noCommand[]       = "No command specified; " ORSK_SEE_HELP;
-inline constexpr char invalidCommand[]  = "Invalid command specified; " ORSK_SEE_HELP;
-inline constexpr char missingArgument[] = "Missing argument to specified command; " ORSK_SEE_COMMAND_HELP;
-inline constexpr char invalidArgument[] = "Invalid argument to specified command; " ORSK_SEE_COMMAND_HELP;
-inline constexpr char missingOption[]   = "Missing option to specified command; " ORSK_SEE_COMMAND_HELP;
-inline constexpr char tooManyOptions[]  = "Too many options provided for specified command; " ORSK_SEE_COMMAND_HELP;
-
-#undef ORSK_SEE_HELP
-#undef ORSK_SEE_COMMAND_HELP
 // clang-format on
-
-}  // namespace console_message

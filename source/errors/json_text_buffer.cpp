@@ -1,8 +1,9 @@
 #include "errors/json_text_buffer.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <new>
+#include <vector>
 
 #include "errors/insert_growing.h"
 
@@ -39,14 +40,12 @@ char closingBracketOf(char opening) {
   return opening == '{' ? '}' : ']';
 }
 
-template <typename Character>
-Character* skipWhitespace(Character* position) {
+char* skipWhitespace(char* position) {
   while (isWhitespace(*position)) ++position;
   return position;
 }
 
-template <typename Character>
-Character* skipDigits(Character* position) {
+char* skipDigits(char* position) {
   while (isDigit(*position)) ++position;
   return position;
 }
@@ -124,41 +123,6 @@ std::size_t countFreeBytes(const char* position, std::size_t enough) {
   return count;
 }
 
-/// The closing brackets still to come at a point of a text, innermost last. On the heap, since the
-/// nesting of a text from outside must not decide over the call stack.
-class PendingBrackets {
- public:
-  PendingBrackets() = default;
-  PendingBrackets(const PendingBrackets&) = delete;
-  PendingBrackets& operator=(const PendingBrackets&) = delete;
-  ~PendingBrackets() { std::free(brackets_); }
-
-  /// False if there is no memory for one more.
-  bool push(char bracket) {
-    if (depth_ == capacity_ && !grow()) return false;
-    brackets_[depth_++] = bracket;
-    return true;
-  }
-
-  void pop() { --depth_; }
-  char innermost() const { return brackets_[depth_ - 1]; }
-  bool empty() const { return depth_ == 0; }
-
- private:
-  bool grow() {
-    const std::size_t capacity = capacity_ == 0 ? 64 : capacity_ * 2;
-    void* const brackets = std::realloc(brackets_, capacity);
-    if (brackets == nullptr) return false;
-    brackets_ = static_cast<char*>(brackets);
-    capacity_ = capacity;
-    return true;
-  }
-
-  char* brackets_ = nullptr;
-  std::size_t depth_ = 0;
-  std::size_t capacity_ = 0;
-};
-
 // The scan functions below take the position where their token starts and return the one after it,
 // or null if there is no such token. The text's NUL belongs to no token, so none reads beyond it.
 
@@ -226,6 +190,36 @@ char* scanToValue(char* position, char closingBracket) {
   return *position == ':' ? skipWhitespace(position + 1) : nullptr;
 }
 
+/// `jsonbuf_findEnd`, but throws if there is no memory.
+char* findEnd(char* buffer) {
+  if (!isOpeningBracket(*buffer)) return nullptr;
+  // The closing brackets still to come, innermost last. On the heap, since the nesting of a text
+  // from outside must not decide over the call stack.
+  std::vector<char> pending;
+  for (char* position = buffer; position != nullptr;) {
+    if (isOpeningBracket(*position)) {
+      pending.push_back(closingBracketOf(*position));
+      position = skipWhitespace(position + 1);
+      if (*position != pending.back()) {
+        position = scanToValue(position, pending.back());
+        continue;
+      }
+    } else {
+      position = scanScalar(position);
+      if (position == nullptr) return nullptr;
+      position = skipWhitespace(position);
+    }
+    // Here a value is complete, or its container is empty: containers close or a comma goes on.
+    while (*position == pending.back()) {
+      pending.pop_back();
+      if (pending.empty()) return position;
+      position = skipWhitespace(position + 1);
+    }
+    position = *position == ',' ? scanToValue(position + 1, pending.back()) : nullptr;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 std::size_t jsonbuf_escapedLength(const char* text) noexcept {
@@ -269,30 +263,11 @@ char* jsonbuf_init(char* buffer, std::size_t size, const char* text) noexcept {
 }
 
 char* jsonbuf_findEnd(char* buffer) noexcept {
-  if (!isOpeningBracket(*buffer)) return nullptr;
-  PendingBrackets pending;
-  for (char* position = buffer; position != nullptr;) {
-    if (isOpeningBracket(*position)) {
-      if (!pending.push(closingBracketOf(*position))) return nullptr;
-      position = skipWhitespace(position + 1);
-      if (*position != pending.innermost()) {
-        position = scanToValue(position, pending.innermost());
-        continue;
-      }
-    } else {
-      position = scanScalar(position);
-      if (position == nullptr) return nullptr;
-      position = skipWhitespace(position);
-    }
-    // Here a value is complete, or its container is empty: containers close or a comma goes on.
-    while (*position == pending.innermost()) {
-      pending.pop();
-      if (pending.empty()) return position;
-      position = skipWhitespace(position + 1);
-    }
-    position = *position == ',' ? scanToValue(position + 1, pending.innermost()) : nullptr;
+  try {
+    return findEnd(buffer);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
   }
-  return nullptr;
 }
 
 char* jsonbuf_makeRoom(char* position, std::size_t n) noexcept {
@@ -302,6 +277,7 @@ char* jsonbuf_makeRoom(char* position, std::size_t n) noexcept {
   const bool comma = asFirstMember ? *skipWhitespace(gap) != closingBracketOf(*position)
                                    : needsCommaBefore(position);
   const std::size_t requested = n + (comma ? 1 : 0);
+  if (requested < n) return nullptr;
   const std::size_t tail = std::strlen(gap) + 1;
   if (countFreeBytes(gap + tail, requested) < requested) return nullptr;
 
@@ -335,23 +311,10 @@ char* jsonbuf_leaveObject(char* position) noexcept {
   return position == nullptr ? nullptr : position + 1;
 }
 
-namespace {
-
-/// `insertGrowing` with the caller's grower, which may be null.
-template <typename Insert>
-char* insertWith(const JsonGrower* grower, char* position, Insert insert) noexcept {
-  return insertGrowing(position, insert, [grower](char* unchanged) -> char* {
-    if (grower == nullptr || grower->function == nullptr) return nullptr;
-    return grower->function(unchanged, grower->context);
-  });
-}
-
-}  // namespace
-
 char* jsonbuf_insertStringGrowing(char* position, const char* key, const char* value,
                                   const JsonGrower* grower) noexcept {
-  return insertWith(grower, position,
-                    [=](char* at) { return jsonbuf_insertString(at, key, value); });
+  return insertGrowing(position, grower,
+                       [=](char* at) { return jsonbuf_insertString(at, key, value); });
 }
 
 char* jsonbuf_insertStringGrowing(char* position, const char* key, const std::string& value,
@@ -362,6 +325,6 @@ char* jsonbuf_insertStringGrowing(char* position, const char* key, const std::st
 char* jsonbuf_insertObjectGrowing(char* position, const char* key,
                                   const JsonGrower* grower) noexcept {
   char* const after =
-      insertWith(grower, position, [=](char* at) { return jsonbuf_insertObject(at, key); });
+      insertGrowing(position, grower, [=](char* at) { return jsonbuf_insertObject(at, key); });
   return after == nullptr ? nullptr : after - 1;
 }

@@ -56,7 +56,9 @@ char* jsonbuf_findEnd(char* buffer) noexcept;
 
 /// Opens room for `n` characters and for the comma that must part them from their neighbour.
 /// `position` is at a closing bracket (the room opens before it), at the text's NUL (before it, and
-/// never with a comma) or at an opening bracket (after it, as the container's first member).
+/// never with a comma) or at an opening bracket (after it, as the container's first member). A
+/// closing bracket is a position only if something but blanks stands before it in the buffer; the
+/// text " ]", which is no JSON, has none.
 /// Returns where the caller writes exactly `n` characters, or null if there is no room.
 char* jsonbuf_makeRoom(char* position, std::size_t n) noexcept;
 

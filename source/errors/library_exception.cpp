@@ -30,7 +30,7 @@ ScopedStatus::~ScopedStatus() noexcept(false) {
   zuerr_merge(&error.status, this, nullptr);
   // A text under the library's own callback was copied and is still this record's.
   zuerr_release(this);
-  throw error;
+  throw Exception(error);
 }
 
 }  // namespace zuerr

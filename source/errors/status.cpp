@@ -20,7 +20,7 @@ bool ensureCapacity(zuerr_Status* status, std::uint32_t size) {
   return status->capacity >= size && status->json != nullptr;
 }
 
-void report(bool* textOk, bool ok) {
+void setIfGiven(bool* textOk, bool ok) {
   if (textOk != nullptr) *textOk = ok;
 }
 
@@ -59,18 +59,18 @@ bool zuerr_setCode(zuerr_Status* status, std::int32_t code) noexcept {
 bool zuerr_setCodeAt(zuerr_Status* status, std::int32_t code, const zuerr_Site* site,
                      bool* textOk) noexcept {
   const bool taken = zuerr_setCode(status, code);
-  report(textOk, true);
+  setIfGiven(textOk, true);
   if (!taken) return false;
   char* position = zuerr_setJson(status, nullptr);
   position = zuerr_addString(status, position, "error_constant", site->errorConstant);
   position = zuerr_addSite(status, position, site);
-  if (position == nullptr) report(textOk, false);
+  if (position == nullptr) setIfGiven(textOk, false);
   return true;
 }
 
 bool zuerr_merge(zuerr_Status* destination, zuerr_Status* source, bool* textOk) noexcept {
   const bool taken = zuerr_setCode(destination, source->code);
-  report(textOk, true);
+  setIfGiven(textOk, true);
   if (!taken) return false;
   if (destination->resize == source->resize) {
     destination->resize(destination, 0);
@@ -81,7 +81,7 @@ bool zuerr_merge(zuerr_Status* destination, zuerr_Status* source, bool* textOk) 
       source->json = nullptr;
     }
   } else if (zuerr_setJson(destination, source->json) == nullptr) {
-    report(textOk, false);
+    setIfGiven(textOk, false);
   }
   return true;
 }
@@ -103,8 +103,8 @@ char* zuerr_reserve(zuerr_Status* status, std::uint32_t room) noexcept {
 char* zuerr_grow(zuerr_Status* status, char* position) noexcept {
   if (position == nullptr) return nullptr;
   const std::ptrdiff_t offset = position - status->json;
-  // Unsigned arithmetic wraps for capacities at both ends of the range; what wraps is no growth, or
-  // more than can be reserved.
+  // For a capacity below 2 or above 2^30 this wraps: what comes out is not more than there is, or
+  // more than zuerr_reserve allows. Neither is asked for.
   const std::uint32_t room = (status->capacity - 2) * 2;
   if (room + 2 <= status->capacity) return nullptr;
   return zuerr_reserve(status, room) == nullptr ? nullptr : status->json + offset;
@@ -117,10 +117,10 @@ char* zuerr_addString(zuerr_Status* status, char* position, const char* key,
 }
 
 char* zuerr_addSite(zuerr_Status* status, char* position, const zuerr_Site* site) noexcept {
+  const JsonGrower grower = zuerr_growerOf(status);
   position = zuerr_addString(status, position, "file", site->file);
-  position = insertGrowing(
-      position, [site](char* at) { return jsonbuf_insertInt(at, "line", site->line); },
-      [status](char* at) { return zuerr_grow(status, at); });
+  position = insertGrowing(position, &grower,
+                           [site](char* at) { return jsonbuf_insertInt(at, "line", site->line); });
   if (site->component == nullptr) return position;
   return zuerr_addString(status, position, "component", site->component);
 }

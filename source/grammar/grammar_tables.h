@@ -40,7 +40,7 @@ inline constexpr std::string_view quietFlag = "-q";
 
 // clang-format off
 
-inline constexpr std::array<std::string_view, 9> validCommands{
+inline constexpr auto validCommands = std::to_array<std::string_view>({
     "help",
     "loadResources",
     "unloadResources",
@@ -50,10 +50,10 @@ inline constexpr std::array<std::string_view, 9> validCommands{
     "getCurrentTimescale",
     "list",
     "getApiVersion",
-};
+});
 
 /// The words that may follow a command, whichever command it is.
-inline constexpr std::array<std::string_view, 23> validArguments{
+inline constexpr auto validArguments = std::to_array<std::string_view>({
     // commands
     "loadResources", "unloadResources", "timestampCorrelator", "syncDomain", "timescale",
     "getCurrentTimescale", "list", "getApiVersion",
@@ -62,11 +62,11 @@ inline constexpr std::array<std::string_view, 23> validArguments{
     "addSyncableDevice", "isCoherent", "isCoherentSinceLastChecked", "getTime",
     // kinds
     "timescales", "syncableDevices", "syncDomains", "correlators",
-};
+});
 
-inline constexpr std::array<std::string_view, 2> validFlags{timingFlag, quietFlag};
+inline constexpr auto validFlags = std::to_array<std::string_view>({timingFlag, quietFlag});
 
-inline constexpr std::array<CommandArgument, 25> commandArguments{{
+inline constexpr auto commandArguments = std::to_array<CommandArgument>({
     // command                argument
     {"help",                  "loadResources"},
     {"help",                  "unloadResources"},
@@ -97,21 +97,21 @@ inline constexpr std::array<CommandArgument, 25> commandArguments{{
     {"list",                  "syncableDevices"},
     {"list",                  "timescales"},
     {"list",                  "correlators"},
-}};
+});
 
-inline constexpr std::array<CommandOption, 3> commandOptions{{
+inline constexpr auto commandOptions = std::to_array<CommandOption>({
     // command                option        type
     {"loadResources",         "remoteHost", OptionType::text},
     {"unloadResources",       "remoteHost", OptionType::text},
     {"getCurrentTimescale",   "remoteHost", OptionType::text},
-}};
+});
 
 inline constexpr std::string_view nullTimescaleHint =
     "  (For automatic timescaleUri selection, supply \"null\") ";
 /// The backslashes are part of the text: they show how a shell word holds the quotes.
 inline constexpr std::string_view remoteHostsHint = R"(  (e.g. [\"192.0.2.1\",\"192.0.2.2\"]))";
 
-inline constexpr std::array<ArgumentOption, 33> argumentOptions{{
+inline constexpr auto argumentOptions = std::to_array<ArgumentOption>({
     // command                argument                      option                  type                    help hint
     {"timestampCorrelator",   "create",                     "timescaleUri1",        OptionType::text,       ""},
     {"timestampCorrelator",   "create",                     "timescaleUri2",        OptionType::text,       ""},
@@ -148,7 +148,7 @@ inline constexpr std::array<ArgumentOption, 33> argumentOptions{{
     {"syncDomain",            "isCoherentSinceLastChecked", "uri",                  OptionType::text,       ""},
 
     {"timescale",             "getTime",                    "timescaleUri",         OptionType::text,       ""},
-}};
+});
 
 // clang-format on
 
@@ -158,7 +158,34 @@ constexpr bool isOneOf(const std::array<std::string_view, size>& words, std::str
   return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-/// The rows of a table from the last to the first, for a range-based loop.
+/// Whether a row of `table` is about `command`.
+template <typename Table>
+constexpr bool hasRowOf(const Table& table, std::string_view command) {
+  return std::any_of(table.begin(), table.end(),
+                     [command](const auto& row) { return row.command == command; });
+}
+
+/// Whether `command` cannot do without an argument word. Without one, help is about all commands.
+constexpr bool needsArgument(std::string_view command) {
+  return command != "help" && hasRowOf(commandArguments, command);
+}
+
+// The rules that the tables keep among themselves: what a row refers to exists, and a command takes
+// options of its own or an argument.
+static_assert(std::ranges::all_of(commandArguments, [](const CommandArgument& row) {
+  return isOneOf(validCommands, row.command) && isOneOf(validArguments, row.argument);
+}));
+static_assert(std::ranges::all_of(commandOptions, [](const CommandOption& row) {
+  return isOneOf(validCommands, row.command) && !hasRowOf(commandArguments, row.command);
+}));
+static_assert(std::ranges::all_of(argumentOptions, [](const ArgumentOption& row) {
+  return std::ranges::count_if(commandArguments, [&row](const CommandArgument& other) {
+           return row.command == other.command && row.argument == other.argument;
+         }) == 1;
+}));
+
+/// The rows of a table from the last to the first, for a range-based loop. Clang 14 does not take
+/// std::views::reverse of the C++ library that it comes with on Debian 12.
 template <typename Table>
 struct NewestFirst {
   const Table& table;

@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-
 #include "grammar/grammar_tables.h"
 #include "output/standard_streams.h"
 
@@ -13,12 +11,6 @@ namespace {
 template <typename... Parts>
 void printHelpLine(const Parts&... parts) {
   writeLine(STDOUT_FILENO, parts...);
-}
-
-template <typename Table>
-bool hasRowOf(const Table& table, std::string_view command) {
-  return std::any_of(table.begin(), table.end(),
-                     [command](const auto& row) { return row.command == command; });
 }
 
 void printArgumentHelp(const CommandArgument& argument) {

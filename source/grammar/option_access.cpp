@@ -3,6 +3,7 @@
 #include <boost/lexical_cast.hpp>
 #include <cstdint>
 #include <iterator>
+#include <type_traits>
 
 #include "errors/console_exceptions.h"
 
@@ -10,8 +11,8 @@ namespace {
 
 const std::string& onlyValue(const std::string& name, const OptionMap& options) {
   const auto [first, end] = options.equal_range(name);
-  if (first == end) throw MissingOptionException(console_message::missingOption);
-  if (std::next(first) != end) throw TooManyOptionsException(console_message::tooManyOptions);
+  if (first == end) throw MissingOptionException();
+  if (std::next(first) != end) throw TooManyOptionsException();
   return first->second;
 }
 
@@ -19,15 +20,15 @@ const std::string& onlyValue(const std::string& name, const OptionMap& options) 
 
 template <typename T>
 T getOption(const std::string& name, const OptionMap& options) {
-  return boost::lexical_cast<T>(onlyValue(name, options));
+  if constexpr (std::is_same_v<T, std::string>) {
+    // A text is taken as it is: no conversion that could fail.
+    return onlyValue(name, options);
+  } else {
+    return boost::lexical_cast<T>(onlyValue(name, options));
+  }
 }
 
-// A text is taken as it is: no conversion that could fail.
-template <>
-std::string getOption<std::string>(const std::string& name, const OptionMap& options) {
-  return onlyValue(name, options);
-}
-
+template std::string getOption<std::string>(const std::string&, const OptionMap&);
 template bool getOption<bool>(const std::string&, const OptionMap&);
 template std::uint32_t getOption<std::uint32_t>(const std::string&, const OptionMap&);
 template std::uint64_t getOption<std::uint64_t>(const std::string&, const OptionMap&);

@@ -19,19 +19,19 @@ FlagMap readFlags(std::span<const char* const> words) {
 }  // namespace
 
 CommandLine readCommandLine(int argc, const char* const* argv) {
-  if (argc < 2) throw NoCmdException(console_message::noCommand);
+  if (argc < 2) throw NoCmdException();
   std::span words(argv + 1, static_cast<std::size_t>(argc) - 1);
 
   CommandLine line;
   line.command = words.front();
   if (!isOneOf(validCommands, line.command)) {
-    throw InvalidCmdException(console_message::invalidCommand);
+    throw InvalidCmdException();
   }
   words = words.subspan(1);
   line.flags = readFlags(words);
   for (; !words.empty() && *words.front() != '-'; words = words.subspan(1)) {
     if (!isOneOf(validArguments, words.front())) {
-      throw InvalidArgException(console_message::invalidArgument);
+      throw InvalidArgException();
     }
     line.arguments.emplace_back(words.front());
   }

@@ -30,13 +30,28 @@ struct DebugMember {
   zuerr_Status* const status = &error.status;
   if (zuerr_setCodeAt(status, invalidParameterCode, &site, nullptr)) {
     const JsonGrower grower = zuerr_growerOf(status);
+    // There is room for the description; what is asked for is its closing brace.
     char* position = zuerr_reserve(status, 2);
     position = jsonbuf_insertObjectGrowing(position, "orskconsoleapp_debug", &grower);
     for (const DebugMember& member : members) {
       position = jsonbuf_insertStringGrowing(position, member.key, member.value, &grower);
     }
   }
-  throw error;
+  throw zuerr::Exception(error);
+}
+
+[[noreturn]] void throwInvalidOption(const char* word) {
+  throwOptionError(invalidOptionSite,
+                   {{"message", "Encountered invalid command option."}, {"option", word}});
+}
+
+[[noreturn]] void throwConsecutiveOptions(const char* first, const char* second) {
+  throwOptionError(
+      consecutiveOptionsSite,
+      {{"message",
+        "Command options are each expected to have a value, but two options found consecutively."},
+       {"firstOption", first},
+       {"secondOption", second}});
 }
 
 }  // namespace
@@ -47,22 +62,8 @@ OptionMap readOptions(std::span<const char* const> words) {
   for (const char* const word : words) {
     if (std::string_view(word).starts_with("--")) {
       const char* const name = word + 2;
-      if (*name == '\0' || *name == '-') {
-        throwOptionError(invalidOptionSite, {
-                                                {"message", "Encountered invalid command option."},
-                                                {"option", word},
-                                            });
-      }
-      if (pendingName != nullptr) {
-        throwOptionError(consecutiveOptionsSite,
-                         {
-                             {"message",
-                              "Command options are each expected to have a value, but two options "
-                              "found consecutively."},
-                             {"firstOption", pendingName},
-                             {"secondOption", name},
-                         });
-      }
+      if (*name == '\0' || *name == '-') throwInvalidOption(word);
+      if (pendingName != nullptr) throwConsecutiveOptions(pendingName, name);
       pendingName = name;
     } else if (pendingName != nullptr) {
       options.emplace(pendingName, word);

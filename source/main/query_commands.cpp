@@ -23,6 +23,7 @@ void getTime(const OptionMap& options, const FlagMap& flags) {
 constexpr Action timescaleActions[] = {
     {"getTime", getTime},
 };
+static_assert(carriesOut(timescaleActions, "timescale"));
 
 struct Kind {
   std::string_view word;
@@ -37,6 +38,7 @@ constexpr Kind kinds[] = {
     {"correlators",     &ApiWrapper::getTimestampCorrelatorInfo},
 };
 // clang-format on
+static_assert(carriesOut(kinds, "list"));
 
 }  // namespace
 
@@ -45,12 +47,16 @@ void runTimescaleCommand(const std::string& action, const OptionMap& options,
   rowOf(timescaleActions, action, reported::timescaleActions).run(options, flags);
 }
 
-void getCurrentTimescale(const OptionMap& options) {
+void getCurrentTimescale(const std::string&, const OptionMap& options, const FlagMap&) {
   const auto remoteHost = getOption<std::string>("remoteHost", options);
   TextBuffer<URI_BUFFER_SIZE> timescaleUri;
   callService(&ApiWrapper::getCurrentTimescale, remoteHost, timescaleUri.data(),
               timescaleUri.size());
   printLine(timescaleUri.text());
+}
+
+void runListCommand(const std::string& kind, const OptionMap&, const FlagMap&) {
+  listServiceObjects(kind);
 }
 
 void listServiceObjects(const std::string& kind) {
@@ -60,6 +66,6 @@ void listServiceObjects(const std::string& kind) {
   printLine(info.text());
 }
 
-void getApiVersion() {
+void getApiVersion(const std::string&, const OptionMap&, const FlagMap&) {
   printLine(std::to_string(apiWrapper.getApiVersion()));
 }

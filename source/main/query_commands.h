@@ -11,11 +11,14 @@ void runTimescaleCommand(const std::string& action, const OptionMap& options, co
 
 /// Prints the URI of the timescale that the host in option `remoteHost` uses. Throws what
 /// `getOption` and `callService` throw.
-void getCurrentTimescale(const OptionMap& options);
+void getCurrentTimescale(const std::string&, const OptionMap& options, const FlagMap&);
+
+/// Carries out the `list` command for a kind: see `listServiceObjects`.
+void runListCommand(const std::string& kind, const OptionMap&, const FlagMap&);
 
 /// Prints what the service knows of the objects of a `kind`. Throws what `callService` throws, and
 /// `InvalidArgException` for a word that is not a kind.
 void listServiceObjects(const std::string& kind);
 
 /// Prints the version of the client library's interface.
-void getApiVersion();
+void getApiVersion(const std::string&, const OptionMap&, const FlagMap&);

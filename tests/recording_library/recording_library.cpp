@@ -6,7 +6,8 @@
 //   ORSK_TEST_PADDING number of bytes "x" that follow the error text
 //   ORSK_TEST_OWNER   who keeps the error text: "caller" (default; through the record's callback),
 //                     "library" (the record comes back with our callback), "nobody" (and with
-//                     none), "both" (through the record's callback, which is then replaced by ours)
+//                     none), "both" (through the record's callback, which is then replaced by ours), "unended" (as
+//                     "caller", the whole buffer full and without its NUL)
 //   ORSK_TEST_OUTPUT  text to put into an output buffer
 //   ORSK_TEST_FILL    byte to fill a whole output buffer with, leaving no NUL
 //   ORSK_TEST_TIME    "seconds nanoseconds fraction negative" to put into an output time
@@ -104,7 +105,7 @@ void leaveText(zuerr_Status* status) {
   if (text.empty()) return;
   const auto size = static_cast<std::uint32_t>(text.size() + 2);
   const std::string owner = environment("ORSK_TEST_OWNER", "caller");
-  if (owner == "caller" || owner == "both") {
+  if (owner == "caller" || owner == "both" || owner == "unended") {
     if (!takeCallersBuffer(status, size)) return;
   } else {
     status->json = static_cast<char*>(std::malloc(size));
@@ -113,6 +114,7 @@ void leaveText(zuerr_Status* status) {
   if (owner == "library" || owner == "both") status->resize = releaseOwnText;
   if (owner == "nobody") status->resize = nullptr;
   jsonbuf_init(status->json, status->capacity, text.c_str());
+  if (owner == "unended") std::memset(status->json, 'x', status->capacity);
 }
 
 /// One call: collects what its arguments were, then answers in them.

@@ -127,12 +127,12 @@ TEST_F(Trace, AssertionTellsTheHandlerLast) {
   orskdbg_assertHandler = [](const orskdbg_VarLine* context, const char* expression) {
     written += std::string(context->file) + std::to_string(context->line) + expression;
   };
-  constexpr orskdbg_AssertPlace place{"main", 7, " Why."};
+  constexpr orskdbg_AssertPlace place{"main", 7, " 100%%."};
   ORSK_ASSERT(true, place);
   EXPECT_EQ("", written);
   ORSK_ASSERT(false, place);
   const std::string prefix = "[   orskapp|" + blanks28 + "main|0007] ";
-  EXPECT_EQ("[orskapp|main|7] !!ASSERT!!\n" + prefix + "ASSERT(false)\n" + prefix + " Why.\nmain7ASSERT(false)",
+  EXPECT_EQ("[orskapp|main|7] !!ASSERT!!\n" + prefix + "ASSERT(false)\n" + prefix + " 100%.\nmain7ASSERT(false)",
             written);
 }
 

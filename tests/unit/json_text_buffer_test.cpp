@@ -181,6 +181,12 @@ TEST(JsonTextBuffer, InsertsInPlaceOrChangesNothing) {
   }
 }
 
+TEST(JsonTextBuffer, RefusesMoreThanThereCanBe) {
+  const Block block("[[],1]", 9);
+  for (const std::size_t offset : {0U, 2U, 5U, 6U}) EXPECT_EQ(nullptr, jsonbuf_makeRoom(block.at(offset), SIZE_MAX));
+  EXPECT_EQ("[[],1]", block.text());
+}
+
 TEST(JsonTextBuffer, NullPositionFails) {
   const JsonGrower grower{[](char*, void*) -> char* { throw "asked to grow"; }, nullptr};
   EXPECT_EQ(nullptr, jsonbuf_makeRoom(nullptr, 1));
