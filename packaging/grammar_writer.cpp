@@ -1,6 +1,7 @@
-// grammar_writer FORM TEMPLATE OUTPUT: copies a template, with the line "@GRAMMAR@" replaced by the
-// grammar's tables in the given form ("bash", which zsh reads too, "fish", "manual", "markdown"),
-// and the line "@MESSAGES@" by the messages of the command-line errors.
+// grammar_writer FORM [TEMPLATE]: prints the grammar's tables in the given form ("bash", which zsh
+// reads too, "fish", "manual", "markdown", "lines": a command line that calls the library for each
+// command and argument). With a template prints that, with the tables in the place of its line
+// "@GRAMMAR@" and the messages of the command-line errors in the place of "@MESSAGES@".
 
 #include <algorithm>
 #include <cstdio>
@@ -133,11 +134,26 @@ void writeMarkdown(std::ostream& out) {
   }
 }
 
+void writeLines(std::ostream& out) {
+  for (const Form& form : readForms()) {
+    if (form.command == "help") continue;
+    out << form.command << (form.argument.empty() ? "" : ' ' + form.argument);
+    for (const Option& option : form.options) {
+      const bool text = option.type == OptionType::text;
+      out << " --" << option.name
+          << (text ? " a-text-that-is-too-long-for-any-small-string" : " 1");
+    }
+    out << '\n';
+  }
+}
+
 void writeGrammar(std::ostream& out, const std::string& form) {
   if (form == "manual") {
     writeManual(out);
   } else if (form == "markdown") {
     writeMarkdown(out);
+  } else if (form == "lines") {
+    writeLines(out);
   } else {
     writeShell(out, form == "fish");
   }
@@ -159,24 +175,25 @@ void writeMessages(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 4) {
-    std::cerr << "usage: grammar_writer FORM TEMPLATE OUTPUT\n";
-    return 1;
+  if (argc < 2 || argc > 3) {
+    std::cerr << "usage: grammar_writer FORM [TEMPLATE]\n";
+    return 2;
   }
-  std::ifstream in(argv[2]);
-  std::ofstream out(argv[3]);
+  const std::string form = argv[1];
+  std::ifstream in(argc == 3 ? argv[2] : "/dev/null");
+  if (argc == 2) writeGrammar(std::cout, form);
   for (std::string line; std::getline(in, line);) {
     if (line == "@GRAMMAR@") {
-      writeGrammar(out, argv[1]);
+      writeGrammar(std::cout, form);
     } else if (line == "@MESSAGES@") {
-      writeMessages(out);
+      writeMessages(std::cout);
     } else {
-      out << line << '\n';
+      std::cout << line << '\n';
     }
   }
-  out.flush();
-  if (!in.eof() || !out) {
-    std::cerr << "grammar_writer: cannot read " << argv[2] << " or write " << argv[3] << '\n';
+  std::cout.flush();
+  if (!in.eof() || !std::cout) {
+    std::cerr << "grammar_writer: cannot read " << argv[argc - 1] << " or write\n";
     return 1;
   }
   return 0;

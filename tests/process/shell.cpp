@@ -52,6 +52,7 @@ ShellOutcome runShell(const std::string& line) {
                                      state.c_str(),
                                      folder.c_str(),
                                      "ROOT=" ORSK_TEST_ROOT,
+                                     "CALLING_LINES=" ORSK_TEST_CALLING_LINES,
                                      nullptr};
 
   posix_spawn_file_actions_t actions;
