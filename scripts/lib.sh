@@ -1,6 +1,7 @@
-# Shared by the scripts beside it: sourced, never run.
+# Shared by the scripts beside it: sourced, never run. Changes to the project's folder.
 
-set -euo pipefail
+# E: the trap below reaches into functions.
+set -Eeuo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # Every unexpected failure names its place, so that no script ends without a word.

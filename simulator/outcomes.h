@@ -56,7 +56,8 @@ struct Refusal {
   int line;
 };
 
-/// Leaves an outcome in the caller's record. Needs no memory but the record's.
+/// Leaves an outcome in the caller's record. Needs no memory but the record's. The place is that of
+/// the call: clang 14 has no std::source_location.
 inline void leave(zuerr_Status* status, const Outcome& outcome, const char* value,
                   const char* file = __builtin_FILE(), int line = __builtin_LINE()) noexcept {
   const zuerr_Site site{file, line, "orsksapi-simulator", outcome.constant};

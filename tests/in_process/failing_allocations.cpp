@@ -25,7 +25,8 @@ extern "C" void orskTestLibraryAtWork(bool atWork) {
   libraryAtWork = atWork;
 }
 
-// The linker leads malloc and realloc of the console's own code here; new stands for all of C++.
+// The option --wrap makes the linker replace calls of malloc by calls of __wrap_malloc in the objects
+// that it links; operator new is replaced for the C++ code of all libraries as well.
 extern "C" void* __real_malloc(std::size_t size);
 extern "C" void* __real_realloc(void* block, std::size_t size);
 extern "C" void* __wrap_malloc(std::size_t size) {

@@ -33,8 +33,8 @@
 #include "interface/orsksapi.h"
 #include "service/timestamp.h"
 
-/// Told when this library's own work begins and ends, by who makes allocations fail and means the
-/// program's.
+/// Called when this library's own work begins and ends. A test program that makes allocations fail
+/// defines it, and then lets only the console's own allocations fail.
 extern "C" __attribute__((weak)) void orskTestLibraryAtWork(bool atWork);
 
 namespace {
