@@ -1,8 +1,10 @@
 #include "errors/json_text_buffer.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <string_view>
 #include <vector>
 
 #include "errors/insert_growing.h"
@@ -134,8 +136,8 @@ char* scanEscape(char* position) {
     }
     return position + 1;
   }
-  const bool known = *position != '\0' && std::strchr("\"\\/bfnrt", *position) != nullptr;
-  return known ? position + 1 : nullptr;
+  constexpr std::string_view letters = "\"\\/bfnrt";
+  return std::ranges::find(letters, *position) != letters.end() ? position + 1 : nullptr;
 }
 
 char* scanString(char* position) {
@@ -160,9 +162,9 @@ char* scanNumber(char* position) {
   return position;
 }
 
-char* scanWord(char* position, const char* word) {
-  const std::size_t length = std::strlen(word);
-  return std::strncmp(position, word, length) == 0 ? position + length : nullptr;
+char* scanWord(char* position, std::string_view word) {
+  const std::string_view found(position, strnlen(position, word.size()));
+  return found == word ? position + word.size() : nullptr;
 }
 
 char* scanScalar(char* position) {
