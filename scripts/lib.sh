@@ -1,7 +1,9 @@
-# Shared by the scripts beside it: sourced, never run. Changes to the project's folder.
+# Shared by the scripts: sourced, never run. Changes to the project's folder.
 
 # E: the trap below reaches into functions.
 set -Eeuo pipefail
+started_in=$PWD
+script=$(realpath -- "$0")
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # Every unexpected failure names its place, so that no script ends without a word.
@@ -13,10 +15,32 @@ fail() {
   exit 1
 }
 
+# arguments WORDS LEAST MOST "$@": with --help prints how the script is called, and the comment that it
+# begins with, and ends; ends with status 2 if there are fewer or more words than that, or an option.
+arguments() {
+  local usage="usage: $0${1:+ $1}" least=$2 most=$3
+  shift 3
+  if [[ ${1:-} == --help ]]; then
+    echo "$usage"
+    sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$script" || true
+    exit 0
+  fi
+  if (($# < least || $# > most)) || [[ ${1:-} == -* ]]; then
+    echo "$usage" >&2
+    trap - ERR
+    exit 2
+  fi
+}
+
+# path NAME: a file's absolute name, as the caller's folder has it.
+path() { (cd "$started_in" && realpath -- "$1"); }
+
 # What the program and the stand-in library are built with.
 build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
-# What the tests and checks need besides.
-test_packages=(libgtest-dev clang-14 clang-format-14 libclang-rt-14-dev binutils valgrind mandoc zsh fish)
+# What the tests need besides: the shells are those that completions are for.
+test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion)
+# What only contributors and CI need.
+check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck valgrind lintian)
 
 # What goes before a command that only root may run.
 as_root=()
@@ -25,7 +49,7 @@ as_root=()
 # install_packages NAME...: installs the Debian packages that are missing; touches the network only then.
 install_packages() {
   local name missing=()
-  command -v dpkg-query >/dev/null || fail "dpkg-query not found: this script sets up Debian 12 machines"
+  command -v dpkg-query >/dev/null || fail "dpkg-query not found: this script sets up Debian machines"
   for name in "$@"; do
     [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null || true) == installed ]] || missing+=("$name")
   done
@@ -33,18 +57,35 @@ install_packages() {
   ((EUID == 0)) || command -v sudo >/dev/null ||
     fail "run as root or install sudo: packages are missing: ${missing[*]}"
   echo "Installing: ${missing[*]}"
-  "${as_root[@]}" apt-get update -q
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
+  quietly "${as_root[@]}" apt-get update -q
+  quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
-# build PRESET: configures and builds everything.
+# quietly COMMAND...: shows what a command prints only if it fails, and ends the script then.
+quietly() {
+  local output
+  output=$("$@" 2>&1 </dev/null) || { echo "$output"; fail "failed: $*"; }
+}
+
+# build PRESET [OPTION...]: configures and builds everything.
 build() {
-  cmake --preset "$1" -Wno-dev >/dev/null
-  cmake --build --preset "$1"
+  echo "Building: $1"
+  quietly cmake --preset "$1" -Wno-dev "${@:2}"
+  quietly cmake --build --preset "$1"
 }
 
 # build_program PRESET: what is installed and no more, for which the tests' packages are not needed.
 build_program() {
-  cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev >/dev/null
-  cmake --build --preset "$1" --target orskapp orsksapi packaged_files
+  echo "Building: $1, the program"
+  quietly cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev
+  quietly cmake --build --preset "$1" --target orskapp orsksapi packaged_files
+}
+
+# test PRESET [OPTION...]: runs the preset's tests, shows those that fail and how many passed.
+test_preset() {
+  local output
+  echo "Testing: $1"
+  output=$(ctest --preset "$1" --no-tests=error "${@:2}" 2>&1) ||
+    { grep -v ' Passed \|^ *Start ' <<<"$output"; fail "tests failed; to repeat them: ctest --preset $1"; }
+  grep 'tests passed' <<<"$output"
 }

@@ -72,7 +72,7 @@ Domain& requireDomain(State& state, const std::string& uri) {
 
 std::vector<Correlator>::iterator findCorrelator(State& state, const std::string& uri1,
                                                  const std::string& uri2) {
-  return std::find_if(state.correlators.begin(), state.correlators.end(), [&](auto& known) {
+  return std::ranges::find_if(state.correlators, [&](const Correlator& known) {
     return std::minmax(known.timescaleUri1, known.timescaleUri2) == std::minmax(uri1, uri2);
   });
 }

@@ -240,7 +240,7 @@ void orsksapi_getTimescaleInfo(char* buffer, std::size_t size, zuerr_Status* sta
 
 void orsksapi_getSyncableDeviceInfo(char* buffer, std::size_t size, zuerr_Status* status) {
   performText("getSyncableDeviceInfo", buffer, size, status, [](Operation& operation) {
-    std::vector<std::string> uris;
+    nlohmann::json uris = nlohmann::json::array();
     for (const std::string& host : operation.state.hosts) uris.push_back(deviceUriOf(host));
     return listed(uris);
   });

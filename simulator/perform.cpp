@@ -47,8 +47,9 @@ struct Conditions {
 /// Whether `text` is a number, whole and in range.
 template <typename Number>
 bool readNumber(std::string_view text, Number& number) {
-  const char* const end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data(), end, number);
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  const auto [stopped, error] = std::from_chars(begin, end, number);
   return error == std::errc() && stopped == end;
 }
 
@@ -153,7 +154,7 @@ void wait(const Operation& operation) {
     try {
       operation.look(StateFile().read(), leftNs == 0);
     } catch (const std::exception&) {
-      // Without the memory to look nothing is known against what was done.
+      continue;  // Without the memory to look nothing is known against what was done.
     }
   } while (leftNs > 0);
 }

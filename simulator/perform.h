@@ -18,11 +18,11 @@ struct Operation {
   /// The moment at which it happens.
   std::int64_t nowNs = 0;
   /// Told beside a success.
-  std::optional<Refusal> warning = {};
+  std::optional<Refusal> warning;
   /// How long the caller waits after the work, without the lock.
   std::int64_t waitNs = 0;
   /// Looks at the state meanwhile, and when the wait is over; may refuse.
-  std::function<void(const State& state, bool waitIsOver)> look = {};
+  std::function<void(const State& state, bool waitIsOver)> look;
 };
 
 /// `perform` for a callable that outlives the call.

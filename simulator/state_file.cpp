@@ -107,18 +107,21 @@ std::optional<State> stateOf(const std::string& text) {
     json whole = json::parse(text, watch);
     whole.emplace("clock_ns", 0);  // Version 1.0.0 had none.
     std::ranges::sort(whole.at("hosts").get_ref<json::array_t&>());
-    const State state = whole.get<State>();
+    State state = whole.get<State>();
     // A value that was converted, dropped or repeated does not come out as it went in.
-    if (onlyOnce && isSound(state) && json(state).dump() == whole.dump()) return state;
+    if (!onlyOnce || !isSound(state) || json(state).dump() != whole.dump()) return {};
+    return state;
   } catch (const json::exception&) {
-    // Not JSON, or a value of another type.
+    return {};  // Not JSON, or a value of another type.
   }
-  return {};
 }
 
 /// Removes a file that was made and not used.
 struct Removal {
-  void operator()(const char* name) const { unlink(name); }
+  bool keep = false;
+  void operator()(const char* name) const {
+    if (!keep) unlink(name);
+  }
 };
 
 }  // namespace
@@ -159,7 +162,7 @@ void StateFile::write(const State& state) const {
   if (!written) failWith(path_);
   if (!isNamed(lock_.number, lockPath_)) throw StateRemoved();
   if (rename(name.c_str(), path_.c_str()) != 0) failWith(path_);
-  static_cast<void>(temporary.release());
+  temporary.get_deleter().keep = true;
   const Descriptor folder(open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   fsync(folder.number);
 }

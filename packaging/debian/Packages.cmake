@@ -12,11 +12,10 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 
-# The client library is the site's own business: a dependency on it would name no package. What the
-# program needs of the C library is 2.36, for packed relocations.
+# The client library is the site's own business: a dependency on it would name no package.
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME orskapp)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION admin)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "libc6 (>= 2.36)")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "libc6 (>= 2.35)")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "orskapp-simulator")
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "console for a time-synchronisation service
 Each run carries out one command on the service, through the service's client
@@ -25,7 +24,7 @@ library liborsksapi.so.1, which is not part of this package.")
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_NAME orskapp-simulator)
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS
-  "orskapp (= ${PROJECT_VERSION}-1), libc6 (>= 2.36), libgcc-s1 (>= 3.0), libstdc++6 (>= 12)")
+  "orskapp (= ${PROJECT_VERSION}-1), libc6 (>= 2.35), libgcc-s1 (>= 3.0), libstdc++6 (>= 12)")
 set(CPACK_COMPONENT_SIMULATOR_DESCRIPTION "simulated service for the orskapp console
 Stands in for the service's client library, so that operators can rehearse
 sessions and scripts, failures included, without the service.")

@@ -17,7 +17,10 @@ struct Command {
 };
 
 void help(const std::string& argument, const OptionMap&, const FlagMap&) {
-  if (!argument.empty()) return printCommandHelp(argument);
+  if (!argument.empty()) {
+    printCommandHelp(argument);
+    return;
+  }
   for (const std::string_view command : validCommands) printCommandHelp(std::string(command));
 }
 

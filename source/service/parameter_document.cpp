@@ -30,7 +30,7 @@ bool isNull(std::string_view text) {
     return std::toupper(static_cast<unsigned char>(typed)) == letter;
   };
   constexpr std::string_view null = "NULL";
-  return std::equal(text.begin(), text.end(), null.begin(), null.end(), sameLetter);
+  return std::ranges::equal(text, null, sameLetter);
 }
 
 }  // namespace

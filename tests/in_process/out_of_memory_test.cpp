@@ -14,7 +14,7 @@ namespace {
 
 /// What does not call the library.
 const char* const otherLines[] = {
-    "", "help", "help syncDomain -t", "list create", "loadResources --", "loadResources --first --second",
+    "", "help", "help syncDomain", "list create", "loadResources --", "loadResources --first --second",
 };
 
 /// Returns how many allocations `line` makes, having let each of them fail.
