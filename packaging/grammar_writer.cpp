@@ -1,12 +1,16 @@
 // grammar_writer FORM [TEMPLATE]: prints the grammar's tables in the given form ("bash", which zsh
-// reads too, "fish", "manual", "markdown", "lines": a command line that calls the library for each
-// command and argument). With a template prints that, with the tables in the place of its line
-// "@GRAMMAR@" and the messages of the command-line errors in the place of "@MESSAGES@".
+// reads too, "fish", "markdown", "lines": a command line that calls the library for each command
+// and argument). With a template prints that, with the tables in the place of its line "@GRAMMAR@",
+// the manual's entry of a command and argument in the place of "@FORM command argument@", of which
+// there must be one for each if there is any, and the messages of the command-line errors in the
+// place of
+// "%MESSAGES%".
 
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -47,6 +51,10 @@ std::vector<Form> readForms() {
     forms.insert(forms.end(), withArguments.begin(), withArguments.end());
   }
   return forms;
+}
+
+std::string nameOf(const Form& form) {
+  return form.command + (form.argument.empty() ? "" : ' ' + form.argument);
 }
 
 const char* nameOf(OptionType type) {
@@ -103,8 +111,7 @@ void writeShell(std::ostream& out, bool fish) {
   function("__orskapp_options");
   for (const Form& form : forms) {
     const auto typed = [](const Option& option) { return option.name + ":" + nameOf(option.type); };
-    const std::string key = form.command + (form.argument.empty() ? "" : " " + form.argument);
-    entry(quoted(key), joined(form.options, typed));
+    entry(quoted(nameOf(form)), joined(form.options, typed));
   }
   end();
   function("__orskapp_flags");
@@ -112,22 +119,33 @@ void writeShell(std::ostream& out, bool fish) {
   end();
 }
 
-void writeManual(std::ostream& out) {
+/// The manual's entry for one command and argument, whose text follows in the template. Returns
+/// whether there is such a one. Help's arguments are not told one by one.
+bool writeManualEntry(std::ostream& out, const std::string& name) {
   for (const Form& form : readForms()) {
+    if (nameOf(form) != name) continue;
     out << ".It Cm " << form.command;
     if (!form.argument.empty()) out << " Cm " << form.argument;
+    if (form.command == "help") out << " Op Ar command";
     out << '\n';
     for (const Option& option : form.options) {
       out << ".Fl -" << option.name << " Ar " << nameOf(option.type) << '\n';
     }
+    // The text begins a line of its own.
+    out << ".br\n";
+    return true;
   }
+  return false;
 }
 
 void writeMarkdown(std::ostream& out) {
   out << "| command | argument | options, each followed by its value |\n|---|---|---|\n";
   for (const Form& form : readForms()) {
+    const bool help = form.command == "help";
+    if (help && !form.argument.empty()) continue;
     out << "| `" << form.command << "` | "
-        << (form.argument.empty() ? "" : '`' + form.argument + '`') << " |";
+        << (form.argument.empty() ? (help ? "a command, or none" : "") : '`' + form.argument + '`')
+        << " |";
     for (const Option& option : form.options)
       out << " `--" << option.name << "` " << nameOf(option.type);
     out << " |\n";
@@ -137,7 +155,7 @@ void writeMarkdown(std::ostream& out) {
 void writeLines(std::ostream& out) {
   for (const Form& form : readForms()) {
     if (form.command == "help") continue;
-    out << form.command << (form.argument.empty() ? "" : ' ' + form.argument);
+    out << nameOf(form);
     for (const Option& option : form.options) {
       const bool text = option.type == OptionType::text;
       out << " --" << option.name
@@ -148,9 +166,7 @@ void writeLines(std::ostream& out) {
 }
 
 void writeGrammar(std::ostream& out, const std::string& form) {
-  if (form == "manual") {
-    writeManual(out);
-  } else if (form == "markdown") {
+  if (form == "markdown") {
     writeMarkdown(out);
   } else if (form == "lines") {
     writeLines(out);
@@ -182,13 +198,27 @@ int main(int argc, char** argv) {
   const std::string form = argv[1];
   std::ifstream in(argc == 3 ? argv[2] : "/dev/null");
   if (argc == 2) writeGrammar(std::cout, form);
+  std::set<std::string> told;
   for (std::string line; std::getline(in, line);) {
     if (line == "@GRAMMAR@") {
       writeGrammar(std::cout, form);
-    } else if (line == "@MESSAGES@") {
+    } else if (line == "%MESSAGES%") {
       writeMessages(std::cout);
+    } else if (line.starts_with("@FORM ")) {
+      const std::string name = line.substr(6, line.size() - 7);
+      if (!writeManualEntry(std::cout, name) || !told.insert(name).second) {
+        std::cerr << "grammar_writer: there is no " << name << ", or it is told already\n";
+        return 1;
+      }
     } else {
       std::cout << line << '\n';
+    }
+  }
+  for (const Form& untold : readForms()) {
+    const bool asPartOfHelp = untold.command == "help" && !untold.argument.empty();
+    if (!told.empty() && !asPartOfHelp && !told.contains(nameOf(untold))) {
+      std::cerr << "grammar_writer: " << argv[2] << " does not tell of " << nameOf(untold) << '\n';
+      return 1;
     }
   }
   std::cout.flush();

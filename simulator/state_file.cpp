@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <set>
 
@@ -116,12 +115,17 @@ std::optional<State> stateOf(const std::string& text) {
   }
 }
 
-/// Removes a file that was made and not used.
+/// Removes a file at the end, unless it is kept.
 struct Removal {
-  bool keep = false;
-  void operator()(const char* name) const {
-    if (!keep) unlink(name);
+  explicit Removal(const char* of) : name(of) {}
+  Removal(const Removal&) = delete;
+  Removal& operator=(const Removal&) = delete;
+  ~Removal() {
+    if (!kept) unlink(name);
   }
+
+  const char* name;
+  bool kept = false;
 };
 
 }  // namespace
@@ -156,13 +160,13 @@ void StateFile::write(const State& state) const {
   std::string name = path_ + ".XXXXXX";
   const Descriptor file(mkostemp(name.data(), O_CLOEXEC));
   if (file.number < 0) failWith(path_);
-  std::unique_ptr<const char, Removal> temporary(name.c_str());
+  Removal temporary(name.c_str());
   const bool written = dprintf(file.number, "%s", text.c_str()) >= 0 &&
                        fchmod(file.number, mode_) == 0 && fsync(file.number) == 0;
   if (!written) failWith(path_);
   if (!isNamed(lock_.number, lockPath_)) throw StateRemoved();
   if (rename(name.c_str(), path_.c_str()) != 0) failWith(path_);
-  temporary.get_deleter().keep = true;
+  temporary.kept = true;
   const Descriptor folder(open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   fsync(folder.number);
 }
