@@ -81,8 +81,8 @@ std::string joined(const auto& rows, const auto& textOf) {
   return line;
 }
 
-/// Functions that print, a word a line: what may follow a command, the options of a command and its
-/// argument, each as "name:type", and the flags.
+/// Functions that print, a word a line: what may follow a command, the command again if it cannot do
+/// without, the options of a command and its argument, each as "name:type", and the flags.
 void writeShell(std::ostream& out, bool fish) {
   const auto function = [&](const char* name) {
     out << (fish ? "function " : "") << name
@@ -106,6 +106,11 @@ void writeShell(std::ostream& out, bool fish) {
       return form.command == command ? form.argument : std::string();
     };
     entry(quoted(std::string(command)), joined(forms, argumentOf));
+  }
+  end();
+  function("__orskapp_needs_argument");
+  for (const std::string_view command : validCommands) {
+    if (needsArgument(command)) entry(quoted(std::string(command)), std::string(command));
   }
   end();
   function("__orskapp_options");

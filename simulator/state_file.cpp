@@ -116,16 +116,18 @@ std::optional<State> stateOf(const std::string& text) {
 }
 
 /// Removes a file at the end, unless it is kept.
-struct Removal {
-  explicit Removal(const char* of) : name(of) {}
+class Removal {
+ public:
+  explicit Removal(const char* name) : name_(name) {}
   Removal(const Removal&) = delete;
   Removal& operator=(const Removal&) = delete;
   ~Removal() {
-    if (!kept) unlink(name);
+    if (name_ != nullptr) unlink(name_);
   }
+  void keep() { name_ = nullptr; }
 
-  const char* name;
-  bool kept = false;
+ private:
+  const char* name_;
 };
 
 }  // namespace
@@ -166,7 +168,7 @@ void StateFile::write(const State& state) const {
   if (!written) failWith(path_);
   if (!isNamed(lock_.number, lockPath_)) throw StateRemoved();
   if (rename(name.c_str(), path_.c_str()) != 0) failWith(path_);
-  temporary.kept = true;
+  temporary.keep();
   const Descriptor folder(open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   fsync(folder.number);
 }
