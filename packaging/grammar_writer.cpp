@@ -81,8 +81,8 @@ std::string joined(const auto& rows, const auto& textOf) {
   return line;
 }
 
-/// Functions that print, a word a line: what may follow a command, the command again if it cannot do
-/// without, the options of a command and its argument, each as "name:type", and the flags.
+/// Functions that print, a word a line: what may follow a command, the command again if it cannot
+/// do without, the options of a command and its argument, each as "name:type", and the flags.
 void writeShell(std::ostream& out, bool fish) {
   const auto function = [&](const char* name) {
     out << (fish ? "function " : "") << name

@@ -37,8 +37,9 @@ path() { (cd "$started_in" && realpath -- "$1"); }
 
 # What the program and the stand-in library are built with.
 build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
-# What the tests need besides: the shells are those that completions are for.
-test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion)
+# What the tests need besides: the shells are those that completions are for, gnuplot draws a recipe's
+# picture.
+test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox)
 # What only contributors and CI need.
 check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck valgrind lintian)
 
@@ -78,7 +79,7 @@ build() {
 build_program() {
   echo "Building: $1, the program"
   quietly cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev
-  quietly cmake --build --preset "$1" --target orskapp orsksapi packaged_files
+  quietly cmake --build --preset "$1" --target orskapp orsksapi packaged_files check_record
 }
 
 # test PRESET [OPTION...]: runs the preset's tests, shows those that fail and how many passed.
