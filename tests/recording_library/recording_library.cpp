@@ -7,8 +7,8 @@
 //   ORSK_TEST_OWNER   who keeps the error text: "caller" (default; through the record's callback),
 //                     "library" (the record comes back with our callback), "nobody" (and with
 //                     none), "both" (through the record's callback, which is then replaced by ours), "unended" (as
-//                     "caller", the whole buffer full and without its NUL)
-//   ORSK_TEST_OUTPUT  text to put into an output buffer
+//                     "caller", the whole buffer full and without its NUL), "unsized" (without its capacity)
+//   ORSK_TEST_OUTPUT  text to put into an output buffer, where that is not filled
 //   ORSK_TEST_FILL    byte to fill a whole output buffer with, leaving no NUL
 //   ORSK_TEST_TIME    "seconds nanoseconds fraction negative" to put into an output time
 //   ORSK_TEST_RESULT  number to return; default 0
@@ -26,6 +26,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <iomanip>
 #include <sstream>
 #include <string>
 
@@ -105,7 +106,7 @@ void leaveText(zuerr_Status* status) {
   if (text.empty()) return;
   const auto size = static_cast<std::uint32_t>(text.size() + 2);
   const std::string owner = environment("ORSK_TEST_OWNER", "caller");
-  if (owner == "caller" || owner == "both" || owner == "unended") {
+  if (owner == "caller" || owner == "both" || owner == "unended" || owner == "unsized") {
     if (!takeCallersBuffer(status, size)) return;
   } else {
     status->json = static_cast<char*>(std::malloc(size));
@@ -115,9 +116,10 @@ void leaveText(zuerr_Status* status) {
   if (owner == "nobody") status->resize = nullptr;
   jsonbuf_init(status->json, status->capacity, text.c_str());
   if (owner == "unended") std::memset(status->json, 'x', status->capacity);
+  if (owner == "unsized") status->capacity = 0;
 }
 
-/// One call: collects what its arguments were, then answers in them.
+/// One call: collects what its arguments are, and answers in them.
 class Call {
  public:
   explicit Call(const char* function) {
@@ -128,68 +130,55 @@ class Call {
   Call& operator=(const Call&) = delete;
   ~Call() { setAtWork(false); }
 
-  Call& text(const char* value) {
-    separate();
-    std::string quoted(jsonbuf_escapedLength(value), '\0');
-    jsonbuf_escape(quoted.data(), value);
-    line_ << '"' << quoted << '"';
-    return *this;
+  void take(const char* text) {
+    std::string quoted(jsonbuf_escapedLength(text), '\0');
+    jsonbuf_escape(quoted.data(), text);
+    next() << '"' << quoted << '"';
   }
+  void take(std::uint32_t number) { next() << number; }
+  void take(bool flag) { next() << (flag ? "true" : "false"); }
 
-  Call& number(std::uint32_t value) {
-    separate();
-    line_ << value;
-    return *this;
-  }
-
-  Call& flag(bool value) {
-    separate();
-    line_ << (value ? "true" : "false");
-    return *this;
-  }
-
-  Call& time(const Timestamp* value) {
-    separate();
-    char hex[3];
-    for (std::size_t byte = 0; byte < sizeof *value; ++byte) {
-      std::snprintf(hex, sizeof hex, "%02x", reinterpret_cast<const unsigned char*>(value)[byte]);
-      line_ << hex;
+  void take(const Timestamp* time) {
+    next() << std::hex << std::setfill('0');
+    for (std::size_t byte = 0; byte < sizeof *time; ++byte) {
+      line_ << std::setw(2) << unsigned{reinterpret_cast<const unsigned char*>(time)[byte]};
     }
-    return *this;
+    line_ << std::dec;
   }
 
-  Call& output(Timestamp* value) {
-    time(value);
-    if (const char* const answer = std::getenv("ORSK_TEST_TIME")) {
-      unsigned long long seconds = 0;
-      unsigned nanoseconds = 0, fraction = 0, negative = 0;
-      std::sscanf(answer, "%llu %u %u %u", &seconds, &nanoseconds, &fraction, &negative);
-      *value = {seconds, nanoseconds, fraction, static_cast<std::uint8_t>(negative)};
+  void take(Timestamp* output) {
+    take(const_cast<const Timestamp*>(output));
+    std::istringstream answer(environment("ORSK_TEST_TIME", ""));
+    unsigned negative = 0;
+    std::uint64_t seconds = 0;
+    std::uint32_t nanoseconds = 0, fraction = 0;
+    if (answer >> seconds >> nanoseconds >> fraction >> negative) {
+      *output = {seconds, nanoseconds, fraction, static_cast<std::uint8_t>(negative)};
     }
-    return *this;
   }
 
-  Call& output(char* buffer, std::size_t size) {
-    separate();
-    const bool zero = std::all_of(buffer, buffer + size, [](char byte) { return byte == 0; });
-    line_ << "buffer of " << size << (zero ? " zero bytes" : " bytes not all zero");
-    if (const char* const fill = std::getenv("ORSK_TEST_FILL")) std::memset(buffer, *fill, size);
-    if (const char* const text = std::getenv("ORSK_TEST_OUTPUT")) std::strcpy(buffer, text);
-    return *this;
+  /// A buffer, and then its size.
+  void take(char* buffer) { buffer_ = buffer; }
+  void take(std::size_t size) {
+    const bool zero = std::all_of(buffer_, buffer_ + size, [](char byte) { return byte == 0; });
+    next() << "buffer of " << size << (zero ? " zero bytes" : " bytes not all zero");
+    if (const char* const fill = std::getenv("ORSK_TEST_FILL")) {
+      std::memset(buffer_, *fill, size);
+    } else {
+      std::strcpy(buffer_, environment("ORSK_TEST_OUTPUT", ""));
+    }
   }
 
-  /// The end of the call. Returns the result.
-  std::uint32_t answer(zuerr_Status* status) {
-    separate();
+  void take(zuerr_Status* status) {
     const bool fresh = status->code == 0 && status->capacity == 0 && status->json == nullptr;
-    line_ << (fresh ? "fresh status" : "used status");
+    next() << (fresh ? "fresh status" : "used status");
     if (const char* const code = std::getenv("ORSK_TEST_CODE")) {
       status->code = std::atoi(code);
       leaveText(status);
     }
-    return answer();
   }
 
+  /// The end of the call. Returns the result.
   std::uint32_t answer() {
     log(line_.str() + ")\n");
     usleep(1000 * static_cast<useconds_t>(std::atoi(environment("ORSK_TEST_DELAY_MS", "0"))));
@@ -199,73 +188,52 @@ class Call {
   }
 
  private:
-  void separate() {
+  std::ostream& next() {
     if (!first_) line_ << ", ";
     first_ = false;
+    return line_;
   }
 
   std::ostringstream line_;
   bool first_ = true;
+  char* buffer_ = nullptr;
 };
+
+template <typename... Arguments>
+std::uint32_t record(const char* function, Arguments... arguments) {
+  Call call(function);
+  (call.take(arguments), ...);
+  return call.answer();
+}
 
 }  // namespace
 
-std::uint32_t orsksapi_getApiVersion() {
-  return Call(__func__).answer();
-}
-
-// The operations that only take texts.
-#define ORSK_TEST_ONE_TEXT(result, name)                                  \
-  result name(const char* text, zuerr_Status* status) {                   \
-    return static_cast<result>(Call(__func__).text(text).answer(status)); \
+#define RECORDED(result, name, parameters, ...)                              \
+  result orsksapi_##name parameters {                                        \
+    return static_cast<result>(record(__func__ __VA_OPT__(, ) __VA_ARGS__)); \
   }
-#define ORSK_TEST_TWO_TEXTS(name)                                          \
-  void name(const char* first, const char* second, zuerr_Status* status) { \
-    Call(__func__).text(first).text(second).answer(status);                \
-  }
-#define ORSK_TEST_BUFFER(name)                                      \
-  void name(char* buffer, std::size_t size, zuerr_Status* status) { \
-    Call(__func__).output(buffer, size).answer(status);             \
-  }
-
-ORSK_TEST_TWO_TEXTS(orsksapi_loadResources)
-ORSK_TEST_TWO_TEXTS(orsksapi_unloadResources)
-ORSK_TEST_TWO_TEXTS(orsksapi_timestampCorrelator_create)
-ORSK_TEST_TWO_TEXTS(orsksapi_timestampCorrelator_delete)
-ORSK_TEST_TWO_TEXTS(orsksapi_syncDomain_create)
-ORSK_TEST_TWO_TEXTS(orsksapi_syncDomain_addSyncableDevice)
-ORSK_TEST_ONE_TEXT(void, orsksapi_syncDomain_stop)
-ORSK_TEST_ONE_TEXT(void, orsksapi_syncDomain_delete)
-ORSK_TEST_ONE_TEXT(bool, orsksapi_syncDomain_isCoherent)
-ORSK_TEST_ONE_TEXT(bool, orsksapi_syncDomain_isCoherentSinceLastChecked)
-ORSK_TEST_BUFFER(orsksapi_getTimescaleInfo)
-ORSK_TEST_BUFFER(orsksapi_getSyncableDeviceInfo)
-ORSK_TEST_BUFFER(orsksapi_getSyncDomainInfo)
-ORSK_TEST_BUFFER(orsksapi_getTimestampCorrelatorInfo)
-
-void orsksapi_timescale_getTime(const char* uri, Timestamp* time, zuerr_Status* status) {
-  Call(__func__).text(uri).output(time).answer(status);
-}
-
-void orsksapi_getCurrentTimescale(const char* remoteHost, char* buffer, std::size_t size, zuerr_Status* status) {
-  Call(__func__).text(remoteHost).output(buffer, size).answer(status);
-}
-
-void orsksapi_timestampCorrelator_correlate(const char* source, const char* destination, const Timestamp* sourceTime,
-                                            Timestamp* destinationTime, zuerr_Status* status) {
-  Call(__func__).text(source).text(destination).time(sourceTime).output(destinationTime).answer(status);
-}
-
-bool orsksapi_syncDomain_start(const char* uri, std::uint32_t timeout, zuerr_Status* status) {
-  return static_cast<bool>(Call(__func__).text(uri).number(timeout).answer(status));
-}
-
-void orsksapi_syncDomain_startV2(const char* uri, bool saveInitialCoherency, bool waitToBecomeCoherent,
-                                 std::uint32_t timeout, zuerr_Status* status) {
-  Call(__func__).text(uri).flag(saveInitialCoherency).flag(waitToBecomeCoherent).number(timeout).answer(status);
-}
-
-void orsksapi_syncDomain_createAndAddDevices(const char* paramsName, const char* paramsJson, char* buffer,
-                                             std::size_t size, zuerr_Status* status) {
-  Call(__func__).text(paramsName).text(paramsJson).output(buffer, size).answer(status);
-}
+#define TEXT const char*
+#define BUFFER char *b, std::size_t n
+#define STATUS zuerr_Status* s
+// clang-format off
+RECORDED(std::uint32_t, getApiVersion, ())
+RECORDED(void, loadResources, (TEXT x, TEXT y, STATUS), x, y, s)
+RECORDED(void, unloadResources, (TEXT x, TEXT y, STATUS), x, y, s)
+RECORDED(void, timescale_getTime, (TEXT x, Timestamp* t, STATUS), x, t, s)
+RECORDED(void, getCurrentTimescale, (TEXT x, BUFFER, STATUS), x, b, n, s)
+RECORDED(void, timestampCorrelator_create, (TEXT x, TEXT y, STATUS), x, y, s)
+RECORDED(void, timestampCorrelator_delete, (TEXT x, TEXT y, STATUS), x, y, s)
+RECORDED(void, timestampCorrelator_correlate, (TEXT x, TEXT y, const Timestamp* t, Timestamp* u, STATUS), x, y, t, u, s)
+RECORDED(void, syncDomain_create, (TEXT x, TEXT y, STATUS), x, y, s)
+RECORDED(bool, syncDomain_start, (TEXT x, std::uint32_t i, STATUS), x, i, s)
+RECORDED(void, syncDomain_startV2, (TEXT x, bool f, bool g, std::uint32_t i, STATUS), x, f, g, i, s)
+RECORDED(void, syncDomain_stop, (TEXT x, STATUS), x, s)
+RECORDED(void, syncDomain_delete, (TEXT x, STATUS), x, s)
+RECORDED(void, syncDomain_addSyncableDevice, (TEXT x, TEXT y, STATUS), x, y, s)
+RECORDED(bool, syncDomain_isCoherent, (TEXT x, STATUS), x, s)
+RECORDED(bool, syncDomain_isCoherentSinceLastChecked, (TEXT x, STATUS), x, s)
+RECORDED(void, syncDomain_createAndAddDevices, (TEXT x, TEXT y, BUFFER, STATUS), x, y, b, n, s)
+RECORDED(void, getTimescaleInfo, (BUFFER, STATUS), b, n, s)
+RECORDED(void, getSyncableDeviceInfo, (BUFFER, STATUS), b, n, s)
+RECORDED(void, getSyncDomainInfo, (BUFFER, STATUS), b, n, s)
+RECORDED(void, getTimestampCorrelatorInfo, (BUFFER, STATUS), b, n, s)

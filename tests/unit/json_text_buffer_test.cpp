@@ -187,17 +187,6 @@ TEST(JsonTextBuffer, RefusesMoreThanThereCanBe) {
   EXPECT_EQ("[[],1]", block.text());
 }
 
-TEST(JsonTextBuffer, NullPositionFails) {
-  const JsonGrower grower{[](char*, void*) -> char* { throw "asked to grow"; }, nullptr};
-  EXPECT_EQ(nullptr, jsonbuf_makeRoom(nullptr, 1));
-  EXPECT_EQ(nullptr, jsonbuf_insertString(nullptr, "k", "v"));
-  EXPECT_EQ(nullptr, jsonbuf_insertInt(nullptr, "k", 1));
-  EXPECT_EQ(nullptr, jsonbuf_insertObject(nullptr, "k"));
-  EXPECT_EQ(nullptr, jsonbuf_leaveObject(nullptr));
-  EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(nullptr, "k", "v", &grower));
-  EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(nullptr, "k", &grower));
-}
-
 /// Grows one byte at a time, and fails at `size`.
 struct OneByteGrower {
   explicit OneByteGrower(std::size_t limit) : most(limit) {}
@@ -230,7 +219,7 @@ TEST(JsonTextBuffer, GrowsWhileThereIsNoRoom) {
   EXPECT_TRUE(growing.block->isLaidOut());
 }
 
-TEST(JsonTextBuffer, GivesUpWhenGrowthDoes) {
+TEST(JsonTextBuffer, GivesUpWhenGrowthDoesAndAtANullPosition) {
   OneByteGrower growing(3);
   const JsonGrower none{nullptr, nullptr};
   const JsonGrower* const growers[] = {&growing.grower, &none, nullptr};
@@ -238,7 +227,12 @@ TEST(JsonTextBuffer, GivesUpWhenGrowthDoes) {
     EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(growing.block->at(1), "k", "v", grower));
     EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(growing.block->at(1), "k", grower));
     EXPECT_EQ("{}", growing.block->text());
+    EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(nullptr, "k", "v", grower));
+    EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(nullptr, "k", grower));
   }
+  EXPECT_EQ(nullptr, jsonbuf_insertString(nullptr, "k", "v"));
+  EXPECT_EQ(nullptr, jsonbuf_insertInt(nullptr, "k", 1));
+  EXPECT_EQ(nullptr, jsonbuf_leaveObject(nullptr));
 }
 
 }  // namespace
