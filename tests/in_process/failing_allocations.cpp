@@ -40,6 +40,9 @@ void* operator new(std::size_t size) {
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return failsNow() ? nullptr : __real_malloc(size);
+}
 void operator delete(void* block) noexcept {
   std::free(block);
 }
