@@ -2,6 +2,7 @@
 // is the status code that the library leaves.
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 
 #include "in_process/in_process_run.h"

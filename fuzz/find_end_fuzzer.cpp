@@ -7,6 +7,7 @@
 // So a text that the other parser takes is taken, and one that is taken, with its numbers replaced
 // by 0, its high bytes by "x" and its \u escapes by \u0000, is one that the other parser takes.
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
