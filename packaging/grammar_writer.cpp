@@ -3,8 +3,7 @@
 // and argument). With a template prints that, with the tables in the place of its line "@GRAMMAR@",
 // the manual's entry of a command and argument in the place of "@FORM command argument@", of which
 // there must be one for each if there is any, and the messages of the command-line errors in the
-// place of
-// "%MESSAGES%".
+// place of "%MESSAGES%".
 
 #include <algorithm>
 #include <cstdio>
@@ -51,6 +50,11 @@ std::vector<Form> readForms() {
     forms.insert(forms.end(), withArguments.begin(), withArguments.end());
   }
   return forms;
+}
+
+/// Help of one command is not told apart from help of all.
+bool isToldWithHelp(const Form& form) {
+  return form.command == "help" && !form.argument.empty();
 }
 
 std::string nameOf(const Form& form) {
@@ -146,11 +150,11 @@ bool writeManualEntry(std::ostream& out, const std::string& name) {
 void writeMarkdown(std::ostream& out) {
   out << "| command | argument | options, each followed by its value |\n|---|---|---|\n";
   for (const Form& form : readForms()) {
-    const bool help = form.command == "help";
-    if (help && !form.argument.empty()) continue;
-    out << "| `" << form.command << "` | "
-        << (form.argument.empty() ? (help ? "a command, or none" : "") : '`' + form.argument + '`')
-        << " |";
+    if (isToldWithHelp(form)) continue;
+    out << "| `" << form.command << "` | ";
+    if (form.command == "help") out << "a command, or none";
+    if (!form.argument.empty()) out << '`' << form.argument << '`';
+    out << " |";
     for (const Option& option : form.options)
       out << " `--" << option.name << "` " << nameOf(option.type);
     out << " |\n";
@@ -220,8 +224,7 @@ int main(int argc, char** argv) {
     }
   }
   for (const Form& untold : readForms()) {
-    const bool asPartOfHelp = untold.command == "help" && !untold.argument.empty();
-    if (!told.empty() && !asPartOfHelp && !told.contains(nameOf(untold))) {
+    if (!told.empty() && !isToldWithHelp(untold) && !told.contains(nameOf(untold))) {
       std::cerr << "grammar_writer: " << argv[2] << " does not tell of " << nameOf(untold) << '\n';
       return 1;
     }

@@ -15,21 +15,24 @@ fail() {
   exit 1
 }
 
+# wrong_arguments WORDS: says how the script is called, and ends with status 2.
+wrong_arguments() {
+  echo "usage: $0${1:+ $1}" >&2
+  trap - ERR
+  exit 2
+}
+
 # arguments WORDS LEAST MOST "$@": with --help prints how the script is called, and the comment that it
 # begins with, and ends; ends with status 2 if there are fewer or more words than that, or an option.
 arguments() {
-  local usage="usage: $0${1:+ $1}" least=$2 most=$3
+  local words=$1 least=$2 most=$3
   shift 3
   if [[ ${1:-} == --help ]]; then
-    echo "$usage"
+    echo "usage: $0${words:+ $words}"
     sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$script" || true
     exit 0
   fi
-  if (($# < least || $# > most)) || [[ ${1:-} == -* ]]; then
-    echo "$usage" >&2
-    trap - ERR
-    exit 2
-  fi
+  if (($# < least || $# > most)) || [[ ${1:-} == -* ]]; then wrong_arguments "$words"; fi
 }
 
 # path NAME: a file's absolute name, as the caller's folder has it.
@@ -82,7 +85,7 @@ build_program() {
   quietly cmake --build --preset "$1" --target orskapp orsksapi packaged_files check_record
 }
 
-# test PRESET [OPTION...]: runs the preset's tests, shows those that fail and how many passed.
+# test_preset PRESET [OPTION...]: runs the preset's tests, shows those that fail and how many passed.
 test_preset() {
   local output
   echo "Testing: $1"

@@ -28,12 +28,8 @@ extern "C" void orskTestLibraryAtWork(bool atWork) {
 // The option --wrap makes the linker replace calls of malloc by calls of __wrap_malloc in the objects
 // that it links; operator new is replaced for the C++ code of all libraries as well.
 extern "C" void* __real_malloc(std::size_t size);
-extern "C" void* __real_realloc(void* block, std::size_t size);
 extern "C" void* __wrap_malloc(std::size_t size) {
   return failsNow() ? nullptr : __real_malloc(size);
-}
-extern "C" void* __wrap_realloc(void* block, std::size_t size) {
-  return failsNow() ? nullptr : __real_realloc(block, size);
 }
 void* operator new(std::size_t size) {
   void* const block = failsNow() ? nullptr : __real_malloc(size);
