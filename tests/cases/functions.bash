@@ -1,13 +1,51 @@
-# Known to the lines of the cases beside this file.
+# Functions for the scripts in the cases.
 
-# Runs orskapp with the stand-in library.
+# Runs orskapp with the simulator.
 simulated() { env -u LD_LIBRARY_PATH orskapp "$@"; }
 
-# The same for what may be refused, of which it prints the code and the value that is the matter.
-refused() { simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||"; }
+# Runs orskapp with the simulator and prints an error as its code and the offending value.
+reported() { simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
 
-# every_command VARIABLE=VALUE...: runs every command that has a status with the recording library, which
-# gives results, told to misbehave, and under ORSK_TEST_RUNNER, such as valgrind, if that is set. Tells how many ended how.
+# show LABEL COMMAND...: runs the command and prints its output after the label, as one line.
+show() { echo "$1: $("${@:2}" 2>&1 | paste -sd ' ')"; }
+
+load() { reported loadResources --remoteHost "$1" -q; }
+# create_domain URI MILLISECONDS [TIMESCALE]
+create_domain() {
+  reported syncDomain create --uri "$1" --timescaleUri "${3-timescale:local}" --maxOffset_ns 1 --minSyncDuration_ms "$2" -q
+}
+# create_with URI TIMESCALE HOSTS
+create_with() {
+  reported syncDomain createAndAddDevices --uri "$1" --timescaleUri "$2" --remoteHosts "$3" --maxOffset_ns 1000 --minSyncDuration_ms 0 -q
+}
+# domain ACTION URI: an action that needs no other option than these.
+domain() { reported syncDomain "$1" --uri "$2" --timeout_s 0 -q; }
+# start_and_wait URI SECONDS [SAVE]
+start_and_wait() {
+  reported syncDomain startV2 --uri "$1" --saveInitialCoherency "${3:-0}" --waitToBecomeCoherent 1 --timeout_s "$2" -q
+}
+relate() { reported timestampCorrelator create --timescaleUri1 "$1" --timescaleUri2 "$2" --samplingInterval 1 --historyLength 1 -q; }
+# correlate FROM TO S NS FNS
+correlate() { reported timestampCorrelator correlate --srcTimescaleUri "$1" --dstTimescaleUri "$2" --s "$3" --ns "$4" --fns "$5" -q; }
+now() { reported timescale getTime --timescaleUri "${1:-timescale:local}" -q; }
+# compact KIND: the list on one line, without blanks.
+compact() { simulated list "$1" | tr -d '\n '; }
+
+# took_at_least MILLISECONDS COMMAND...: runs the command and complains if it was quicker.
+took_at_least() {
+  local begun output
+  begun=$(date +%s%N)
+  output=$("${@:2}" 2>&1)
+  local ms=$((($(date +%s%N) - begun) / 1000000))
+  ((ms >= $1)) && echo "$output" || echo "$output, after only $ms ms"
+}
+
+# Ends a case that only root can run.
+needs_root() { ((EUID == 0)) || { echo "skipped: needs root" >&2; exit 77; }; }
+
+# every_command VARIABLE=VALUE...: runs every command that has a status record with the recording library, which
+# gives results and misbehaves as the variables say, and under ORSK_TEST_RUNNER, such as valgrind, if that is set.
+# Prints what all of them did, or each one that did something else.
 every_command() {
   local line status output errors log scratch=$SCRATCH/every lines
   lines=$(grep -v getApiVersion "$CALLING_LINES")
@@ -24,3 +62,15 @@ every_command() {
       "${log%%_*}" "${log[*]:1}"
   done <<<"$lines" | sort | uniq -c | sed "s/^ *$(wc -l <<<"$lines") /all: /"
 }
+
+# install_launcher PREFIX: copies the program, the launcher and the simulator to where an installation has them.
+install_launcher() {
+  local build
+  build=$(dirname "$(command -v orskapp)")/..
+  mkdir -p "$1/bin" "$1/lib/orskapp/simulator"
+  cp "$build/bin/orskapp" "$build/packaging/orskapp-simulated" "$1/bin"
+  cp "$build/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
+  launcher=$1/bin/orskapp-simulated
+}
+# launch LABEL: asks the launcher that was installed last for the version.
+launch() { show "$1" "$launcher" getApiVersion | sed "s|$SCRATCH/||g; s|/bin/\.\.||; s|//*|/|g"; }
