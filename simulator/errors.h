@@ -16,31 +16,32 @@ struct Condition {
 };
 
 // clang-format off
-inline constexpr Condition wrongDocumentType      {-61001, "orsksapisimerr_wrongDocumentType",      "The parameter document has the wrong type."};
-inline constexpr Condition documentNotJson        {-61002, "orsksapisimerr_documentNotJson",        "The parameter document is not a JSON object."};
-inline constexpr Condition memberMissing          {-61003, "orsksapisimerr_memberMissing",          "A member of the parameter document is missing."};
-inline constexpr Condition memberOfWrongType      {-61004, "orsksapisimerr_memberOfWrongType",      "A member of the parameter document has the wrong type or is empty."};
-inline constexpr Condition hostNotLoaded          {-61005, "orsksapisimerr_hostNotLoaded",          "The host's resources are not loaded."};
-inline constexpr Condition hostInUse              {-61006, "orsksapisimerr_hostInUse",              "A sync domain or a correlator uses the host."};
-inline constexpr Condition timescaleUnknown       {-61007, "orsksapisimerr_timescaleUnknown",       "The timescale does not exist."};
-inline constexpr Condition deviceUnknown          {-61008, "orsksapisimerr_deviceUnknown",          "The syncable device does not exist."};
-inline constexpr Condition deviceInUse            {-61009, "orsksapisimerr_deviceInUse",            "The device is already in a sync domain."};
-inline constexpr Condition domainUnknown          {-61010, "orsksapisimerr_domainUnknown",          "The sync domain does not exist."};
-inline constexpr Condition domainExists           {-61011, "orsksapisimerr_domainExists",           "The sync domain already exists."};
-inline constexpr Condition domainRunning          {-61012, "orsksapisimerr_domainRunning",          "The sync domain is running. Stop it first."};
-inline constexpr Condition correlatorUnknown      {-61013, "orsksapisimerr_correlatorUnknown",      "The correlator does not exist."};
-inline constexpr Condition correlatorExists       {-61014, "orsksapisimerr_correlatorExists",       "The correlator already exists."};
-inline constexpr Condition sameTimescale          {-61015, "orsksapisimerr_sameTimescale",          "A correlator needs two different timescales."};
-inline constexpr Condition timeOutOfRange         {-61016, "orsksapisimerr_timeOutOfRange",         "The time is invalid, or its conversion is out of range."};
-inline constexpr Condition timedOut               {-61017, "orsksapisimerr_timedOut",               "The sync domain did not become coherent within the time-out."};
-inline constexpr Condition bufferTooSmall         {-61018, "orsksapisimerr_bufferTooSmall",         "The text does not fit the buffer. The value is the required size in bytes."};
-inline constexpr Condition stateUnusable          {-61019, "orsksapisimerr_stateUnusable",          "The state file cannot be used."};
-inline constexpr Condition stateDamaged           {-61020, "orsksapisimerr_stateDamaged",           "The state file is damaged. It was not changed."};
-inline constexpr Condition badVariable            {-61021, "orsksapisimerr_badVariable",            "An environment variable of the simulator has an invalid value."};
-inline constexpr Condition internalError          {-61022, "orsksapisimerr_internalError",          "The simulator failed."};
-inline constexpr Condition domainStopped          {-61023, "orsksapisimerr_domainStopped",          "The sync domain was stopped, restarted or deleted during the wait, or the state was used in simulated time."};
-inline constexpr Condition hostAlreadyLoaded      { 61001, "orsksapisimwarn_hostAlreadyLoaded",     "The host's resources are already loaded."};
-inline constexpr Condition domainNotRunning       { 61002, "orsksapisimwarn_domainNotRunning",      "The sync domain is not running."};
+inline constexpr Condition
+    wrongDocumentType {-61001, "orsksapisimerr_wrongDocumentType",   "The document has the wrong type."},
+    documentNotJson   {-61002, "orsksapisimerr_documentNotJson",     "The document is not a JSON object."},
+    memberMissing     {-61003, "orsksapisimerr_memberMissing",       "A member of the document is missing."},
+    memberOfWrongType {-61004, "orsksapisimerr_memberOfWrongType",   "A member has the wrong type or is empty."},
+    hostNotLoaded     {-61005, "orsksapisimerr_hostNotLoaded",       "The host's resources are not loaded."},
+    hostInUse         {-61006, "orsksapisimerr_hostInUse",           "A sync domain or a correlator uses the host."},
+    timescaleUnknown  {-61007, "orsksapisimerr_timescaleUnknown",    "The timescale does not exist."},
+    deviceUnknown     {-61008, "orsksapisimerr_deviceUnknown",       "The syncable device does not exist."},
+    deviceInUse       {-61009, "orsksapisimerr_deviceInUse",         "The device is already in a sync domain."},
+    domainUnknown     {-61010, "orsksapisimerr_domainUnknown",       "The sync domain does not exist."},
+    domainExists      {-61011, "orsksapisimerr_domainExists",        "The sync domain already exists."},
+    domainRunning     {-61012, "orsksapisimerr_domainRunning",       "The sync domain is running. Stop it first."},
+    correlatorUnknown {-61013, "orsksapisimerr_correlatorUnknown",   "The correlator does not exist."},
+    correlatorExists  {-61014, "orsksapisimerr_correlatorExists",    "The correlator already exists."},
+    sameTimescale     {-61015, "orsksapisimerr_sameTimescale",       "A correlator needs two different timescales."},
+    timeOutOfRange    {-61016, "orsksapisimerr_timeOutOfRange",      "The time or its conversion is out of range."},
+    timedOut          {-61017, "orsksapisimerr_timedOut",            "It was not coherent within the time-out."},
+    bufferTooSmall    {-61018, "orsksapisimerr_bufferTooSmall",      "The text needs a buffer of this many bytes."},
+    stateUnusable     {-61019, "orsksapisimerr_stateUnusable",       "The state file cannot be used."},
+    stateDamaged      {-61020, "orsksapisimerr_stateDamaged",        "The state file is damaged and stays unchanged."},
+    badVariable       {-61021, "orsksapisimerr_badVariable",         "An environment variable has an invalid value."},
+    internalError     {-61022, "orsksapisimerr_internalError",       "The simulator failed."},
+    domainStopped     {-61023, "orsksapisimerr_domainStopped",       "The sync domain was stopped, restarted or deleted during the wait, or the state was used in simulated time."},
+    hostAlreadyLoaded { 61001, "orsksapisimwarn_hostAlreadyLoaded",  "The host's resources are already loaded."},
+    domainNotRunning  { 61002, "orsksapisimwarn_domainNotRunning",   "The sync domain is not running."};
 // clang-format on
 
 /// An error, with the offending value and the place that found it. Thrown where it ends the

@@ -1,11 +1,12 @@
 #pragma once
 
-/// What the stand-in service knows, and the rules of its objects and clocks. Whatever a rule
-/// refuses is thrown as a `Refusal`.
+/// The simulated service's objects and clocks, and their rules. A violated rule is thrown as an
+/// `Error`.
 ///
-/// A moment is a number of nanoseconds since 1970, from 0 to `latestNs`. Members of the structures
-/// are named as they stand in the state file and in the lists.
+/// A moment is a number of nanoseconds since 1970, from 0 to `latestNs`. The members of the
+/// structures have the names that the state file and the lists use.
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -17,10 +18,18 @@
 
 namespace simulator {
 
-/// In the year 2255: whatever is added to a moment below stays within 64 bits.
-inline constexpr std::int64_t latestNs = 9'000'000'000'000'000'000;
 inline constexpr std::int64_t nsPerMs = 1'000'000;
 inline constexpr std::int64_t nsPerSecond = 1'000'000'000;
+
+/// The end of time, in the year 2255: a moment plus a duration or an offset stays within 64 bits.
+inline constexpr std::int64_t latestNs = 9'000'000'000'000'000'000;
+/// The start of simulated time: 2026-01-01 00:00:00 UTC.
+inline constexpr std::int64_t simulatedTimeStartNs = 1'767'225'600 * nsPerSecond;
+
+/// Returns the moment `ns` later, or earlier if that is negative; at the limits of time, the limit.
+constexpr std::int64_t later(std::int64_t momentNs, std::int64_t ns) {
+  return ns > latestNs - momentNs ? latestNs : std::max(momentNs + ns, std::int64_t{1});
+}
 
 struct Domain {
   std::string timescaleUri;
@@ -29,12 +38,12 @@ struct Domain {
   std::uint32_t minSyncDuration_ms = 0;
   /// 0 while stopped.
   std::int64_t runningSince_ns = 0;
-  /// From when the next `isCoherentSinceLastChecked` answers; 0: for its own moment only.
+  /// Start of the interval that the next query covers; 0: the moment of the query.
   std::int64_t checkedSince_ns = 0;
 
   bool operator==(const Domain&) const = default;
   bool isRunning() const { return runningSince_ns != 0; }
-  /// When a running domain becomes coherent.
+  /// Returns the moment at which a running domain becomes coherent.
   std::int64_t coherentFromNs() const { return runningSince_ns + minSyncDuration_ms * nsPerMs; }
   bool isCoherentAt(std::int64_t momentNs) const {
     return isRunning() && momentNs >= coherentFromNs();
@@ -50,14 +59,14 @@ struct Correlator {
   bool operator==(const Correlator&) const = default;
 };
 
-/// Everything that lasts from one run to the next.
+/// Everything that the state file keeps.
 struct State {
   std::set<std::string> hosts;
   std::map<std::string, Domain> domains;
   std::vector<Correlator> correlators;
-  /// How often each operation was called that is to fail at its N-th call.
+  /// The number of calls of each operation that a fault "@N" counts.
   std::map<std::string, std::uint64_t> calls;
-  /// The present moment where a script rules the time; 0 where the system's clock does.
+  /// The present moment in simulated time; 0 in system time.
   std::int64_t clock_ns = 0;
 
   bool operator==(const State&) const = default;
@@ -69,38 +78,40 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Correlator, timescaleUri1, timescaleUri2, sam
                                    maxSampleSize)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(State, hosts, domains, correlators, calls, clock_ns)
 
-/// Whether every text and moment of a state is one that an operation could have left.
-bool isSound(const State& state);
+/// Returns whether each text and moment is in its range. Does not check whether the objects fit
+/// together.
+bool isValid(const State& state);
 
 inline constexpr const char* localTimescaleUri = "timescale:local";
-std::string timescaleUriOf(const std::string& host);
-std::string deviceUriOf(const std::string& host);
+/// What precedes a host's name in the URI of its timescale and of its device.
+inline const std::string timescalePrefix = "timescale://";
+inline const std::string devicePrefix = "device://";
 
 void requireHost(const State& state, const std::string& host);
 void requireTimescale(const State& state, const std::string& uri);
-/// The device exists and is in no sync domain.
+/// Requires that the device exists and is in no sync domain.
 void requireFreeDevice(const State& state, const std::string& uri);
 Domain& requireDomain(State& state, const std::string& uri);
-/// The correlator of two timescales, in either order, or the end.
-std::vector<Correlator>::iterator findCorrelator(State& state, const std::string& uri1,
-                                                 const std::string& uri2);
-std::vector<Correlator>::iterator requireCorrelator(State& state, const std::string& uri1,
-                                                    const std::string& uri2);
+/// Returns the correlator of two timescales, in either order, or null.
+const Correlator* findCorrelator(const State& state, const std::string& uri1,
+                                 const std::string& uri2);
+const Correlator& requireCorrelator(const State& state, const std::string& uri1,
+                                    const std::string& uri2);
 
-/// Whether a sync domain or a correlator has to do with the host.
+/// Returns whether a sync domain or a correlator uses the host.
 bool isInUse(const State& state, const std::string& host);
 /// Returns the domain that a device is in, or null.
 const Domain* domainOfDevice(const State& state, const std::string& uri);
 
-/// Moves the moments of running domains, which keep how long they have been running.
+/// Moves the moments of running domains, which keep their elapsed time.
 void moveMoments(State& state, std::int64_t byNs);
 
-/// What a timescale is ahead of the local one at the moment `nowNs`. A host's clock has an offset
-/// of its own that its name gives, unless its device is in a coherent domain: then it follows the
-/// domain's timescale, as far from it as its name and the domain's limit give.
+/// Returns how far a timescale is ahead of the local one. A host's clock has an offset of its own,
+/// derived from the host's name. While its device is in a coherent domain it follows the domain's
+/// timescale, with a deviation derived from the name and the domain's limit.
 std::int64_t offsetNs(const State& state, const std::string& timescaleUri, std::int64_t nowNs);
 
-/// `time` moved by `ns`.
+/// Returns `time` moved by `ns`.
 Timestamp shifted(const Timestamp& time, std::int64_t ns);
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// The operations of the library's C interface: each is its work on the state, and its answer.
+// The operations of the library's C interface.
 
 #include <algorithm>
 
@@ -10,17 +10,14 @@ using namespace simulator;
 
 namespace {
 
-std::string remoteHostOf(const char* name, const char* json) {
-  return Document("networkDeviceParams", name, json).text("remoteHost");
-}
-
-void createDomain(State& state, const Document& document, const std::string& timescaleUri,
-                  const std::vector<std::string>& deviceUris) {
+Domain& createDomain(State& state, const Document& document, const std::string& timescaleUri) {
   const std::string uri = document.text("uri");
-  const Domain domain{timescaleUri, deviceUris, document.number("maxOffset_ns"),
-                      document.number("minSyncDuration_ms")};
+  const Domain domain{
+      timescaleUri, {}, document.number("maxOffset_ns"), document.number("minSyncDuration_ms")};
   requireTimescale(state, timescaleUri);
-  if (!state.domains.emplace(uri, domain).second) throw Refusal(domainExists, uri);
+  const auto [created, isNew] = state.domains.emplace(uri, domain);
+  if (!isNew) throw Error(domainExists, uri);
+  return created->second;
 }
 
 /// Returns false if the domain was running already.
@@ -31,35 +28,9 @@ bool start(Domain& domain, bool saveInitialCoherency, std::int64_t nowNs) {
   return true;
 }
 
-/// Starts a domain whose coherency the caller waits for, if that comes within the time-out.
-void startAndWait(Operation& operation, const std::string& uri, bool saveInitialCoherency,
-                  std::int64_t timeoutNs) {
-  Domain domain = requireDomain(operation.state, uri);
-  start(domain, saveInitialCoherency, operation.nowNs);
-  const std::int64_t neededNs =
-      std::max(domain.coherentFromNs() - operation.nowNs, std::int64_t{0});
-  operation.waitNs = std::min(neededNs, timeoutNs);
-  if (neededNs > timeoutNs) {
-    operation.look = [uri](const State&, bool waitIsOver) {
-      if (waitIsOver) throw Refusal(timedOut, uri);
-    };
-    return;
-  }
-  requireDomain(operation.state, uri) = domain;
-  operation.look = [uri, since = domain.runningSince_ns](const State& state, bool) {
-    const auto found = state.domains.find(uri);
-    const bool runsOn = found != state.domains.end() && found->second.runningSince_ns == since;
-    if (!runsOn) throw Refusal(domainStopped, uri);
-  };
-}
-
-std::string listed(const nlohmann::json& objects) {
-  return objects.dump(2);
-}
-
 }  // namespace
 
-// Without a status it cannot be refused, but it takes its time as the others do.
+// Cannot fail (no status); delay and step apply.
 std::uint32_t orsksapi_getApiVersion() {
   zuerr_Status status = zuerr_initialStatus;
   perform("getApiVersion", &status, [](Operation&) {});
@@ -69,7 +40,7 @@ std::uint32_t orsksapi_getApiVersion() {
 
 void orsksapi_loadResources(const char* name, const char* json, zuerr_Status* status) {
   perform("loadResources", status, [&](Operation& operation) {
-    const std::string host = remoteHostOf(name, json);
+    const std::string host = Document("networkDeviceParams", name, json).text("remoteHost");
     const bool loaded = operation.state.hosts.insert(host).second;
     if (!loaded) operation.warning.emplace(hostAlreadyLoaded, host);
   });
@@ -77,30 +48,28 @@ void orsksapi_loadResources(const char* name, const char* json, zuerr_Status* st
 
 void orsksapi_unloadResources(const char* name, const char* json, zuerr_Status* status) {
   perform("unloadResources", status, [&](Operation& operation) {
-    const std::string host = remoteHostOf(name, json);
+    const std::string host = Document("networkDeviceParams", name, json).text("remoteHost");
     requireHost(operation.state, host);
-    if (isInUse(operation.state, host)) throw Refusal(hostInUse, host);
+    if (isInUse(operation.state, host)) throw Error(hostInUse, host);
     operation.state.hosts.erase(host);
   });
 }
 
 void orsksapi_timescale_getTime(const char* timescaleUri, Timestamp* time, zuerr_Status* status) {
-  Timestamp read{};
-  const bool done = perform("timescale_getTime", status, [&](Operation& operation) {
+  *time = performFor<Timestamp>("timescale_getTime", status, [&](Operation& operation) {
     requireTimescale(operation.state, timescaleUri);
     const std::int64_t ahead = offsetNs(operation.state, timescaleUri, operation.nowNs);
-    read = shifted({}, operation.nowNs + ahead);
+    return shifted({}, operation.nowNs + ahead);
   });
-  *time = done ? read : Timestamp{};
 }
 
 void orsksapi_getCurrentTimescale(const char* remoteHost, char* buffer, std::size_t size,
                                   zuerr_Status* status) {
   performText("getCurrentTimescale", buffer, size, status, [&](Operation& operation) {
     requireHost(operation.state, remoteHost);
-    const Domain* const domain = domainOfDevice(operation.state, deviceUriOf(remoteHost));
+    const Domain* const domain = domainOfDevice(operation.state, devicePrefix + remoteHost);
     const bool follows = domain != nullptr && domain->isRunning();
-    return follows ? domain->timescaleUri : timescaleUriOf(remoteHost);
+    return follows ? domain->timescaleUri : timescalePrefix + remoteHost;
   });
 }
 
@@ -113,11 +82,10 @@ void orsksapi_timestampCorrelator_create(const char* name, const char* json, zue
     requireTimescale(operation.state, created.timescaleUri1);
     requireTimescale(operation.state, created.timescaleUri2);
     if (created.timescaleUri1 == created.timescaleUri2) {
-      throw Refusal(sameTimescale, created.timescaleUri1);
+      throw Error(sameTimescale, created.timescaleUri1);
     }
-    if (findCorrelator(operation.state, created.timescaleUri1, created.timescaleUri2) !=
-        operation.state.correlators.end()) {
-      throw Refusal(correlatorExists, created.timescaleUri1 + ", " + created.timescaleUri2);
+    if (findCorrelator(operation.state, created.timescaleUri1, created.timescaleUri2) != nullptr) {
+      throw Error(correlatorExists, created.timescaleUri1 + ", " + created.timescaleUri2);
     }
     operation.state.correlators.push_back(created);
   });
@@ -125,46 +93,47 @@ void orsksapi_timestampCorrelator_create(const char* name, const char* json, zue
 
 void orsksapi_timestampCorrelator_delete(const char* uri1, const char* uri2, zuerr_Status* status) {
   perform("timestampCorrelator_delete", status, [&](Operation& operation) {
-    operation.state.correlators.erase(requireCorrelator(operation.state, uri1, uri2));
+    const Correlator deleted = requireCorrelator(operation.state, uri1, uri2);
+    std::erase(operation.state.correlators, deleted);
   });
 }
 
 void orsksapi_timestampCorrelator_correlate(const char* srcTimescaleUri,
                                             const char* dstTimescaleUri, const Timestamp* srcTime,
                                             Timestamp* dstTime, zuerr_Status* status) {
-  Timestamp moved{};
-  const bool done = perform("timestampCorrelator_correlate", status, [&](Operation& operation) {
-    requireCorrelator(operation.state, srcTimescaleUri, dstTimescaleUri);
-    moved = shifted(*srcTime, offsetNs(operation.state, dstTimescaleUri, operation.nowNs) -
-                                  offsetNs(operation.state, srcTimescaleUri, operation.nowNs));
-  });
-  *dstTime = done ? moved : Timestamp{};
+  *dstTime =
+      performFor<Timestamp>("timestampCorrelator_correlate", status, [&](Operation& operation) {
+        requireCorrelator(operation.state, srcTimescaleUri, dstTimescaleUri);
+        return shifted(*srcTime, offsetNs(operation.state, dstTimescaleUri, operation.nowNs) -
+                                     offsetNs(operation.state, srcTimescaleUri, operation.nowNs));
+      });
 }
 
 void orsksapi_syncDomain_create(const char* name, const char* json, zuerr_Status* status) {
   perform("syncDomain_create", status, [&](Operation& operation) {
     const Document document("syncDomainParams", name, json);
-    createDomain(operation.state, document, document.text("timescaleUri"), {});
+    createDomain(operation.state, document, document.text("timescaleUri"));
   });
 }
 
 bool orsksapi_syncDomain_start(const char* uri, std::uint32_t, zuerr_Status* status) {
-  bool started = false;
-  const bool done = perform("syncDomain_start", status, [&](Operation& operation) {
-    started = start(requireDomain(operation.state, uri), false, operation.nowNs);
+  return performFor<bool>("syncDomain_start", status, [&](Operation& operation) {
+    return start(requireDomain(operation.state, uri), false, operation.nowNs);
   });
-  return done && started;
 }
 
 void orsksapi_syncDomain_startV2(const char* uri, bool saveInitialCoherency,
                                  bool waitToBecomeCoherent, std::uint32_t timeout,
                                  zuerr_Status* status) {
   perform("syncDomain_startV2", status, [&](Operation& operation) {
-    if (waitToBecomeCoherent) {
-      startAndWait(operation, uri, saveInitialCoherency, timeout * nsPerSecond);
-    } else {
-      start(requireDomain(operation.state, uri), saveInitialCoherency, operation.nowNs);
-    }
+    Domain& domain = requireDomain(operation.state, uri);
+    const Domain before = domain;
+    start(domain, saveInitialCoherency, operation.nowNs);
+    if (!waitToBecomeCoherent) return;
+    const std::int64_t mostNs = std::min(timeout * nsPerSecond, latestNs - operation.nowNs);
+    const std::int64_t neededNs = domain.coherentFromNs() - operation.nowNs;
+    operation.wait = {uri, std::clamp(neededNs, std::int64_t{0}, mostNs), neededNs > mostNs};
+    if (operation.wait.timesOut) domain = before;
   });
 }
 
@@ -178,7 +147,7 @@ void orsksapi_syncDomain_stop(const char* uri, zuerr_Status* status) {
 
 void orsksapi_syncDomain_delete(const char* uri, zuerr_Status* status) {
   perform("syncDomain_delete", status, [&](Operation& operation) {
-    if (requireDomain(operation.state, uri).isRunning()) throw Refusal(domainRunning, uri);
+    if (requireDomain(operation.state, uri).isRunning()) throw Error(domainRunning, uri);
     operation.state.domains.erase(uri);
   });
 }
@@ -193,56 +162,48 @@ void orsksapi_syncDomain_addSyncableDevice(const char* uri, const char* deviceUr
 }
 
 bool orsksapi_syncDomain_isCoherent(const char* uri, zuerr_Status* status) {
-  bool coherent = false;
-  const bool done = perform("syncDomain_isCoherent", status, [&](Operation& operation) {
-    coherent = requireDomain(operation.state, uri).isCoherentAt(operation.nowNs);
+  return performFor<bool>("syncDomain_isCoherent", status, [&](Operation& operation) {
+    return requireDomain(operation.state, uri).isCoherentAt(operation.nowNs);
   });
-  return done && coherent;
 }
 
 bool orsksapi_syncDomain_isCoherentSinceLastChecked(const char* uri, zuerr_Status* status) {
-  bool coherent = false;
-  const bool done =
-      perform("syncDomain_isCoherentSinceLastChecked", status, [&](Operation& operation) {
+  return performFor<bool>(
+      "syncDomain_isCoherentSinceLastChecked", status, [&](Operation& operation) {
         Domain& domain = requireDomain(operation.state, uri);
-        const std::int64_t since = domain.checkedSince_ns;
-        coherent = domain.isCoherentAt(since == 0 ? operation.nowNs : since);
-        domain.checkedSince_ns = operation.nowNs;
+        const std::int64_t since = std::exchange(domain.checkedSince_ns, operation.nowNs);
+        return domain.isCoherentAt(since == 0 ? operation.nowNs : since);
       });
-  return done && coherent;
 }
 
 void orsksapi_syncDomain_createAndAddDevices(const char* name, const char* json, char* buffer,
                                              std::size_t size, zuerr_Status* status) {
   performText("syncDomain_createAndAddDevices", buffer, size, status, [&](Operation& operation) {
     const Document document("syncDomainCreateAndAddRemoteDevicesParams", name, json);
-    std::string timescaleUri = document.textOr(localTimescaleUri, "timescaleUri");
-    std::vector<std::string> deviceUris;
+    const std::string timescaleUri = document.textOr(localTimescaleUri, "timescaleUri");
+    Domain& domain = createDomain(operation.state, document, timescaleUri);
     for (const std::string& host : document.texts("remoteHosts")) {
       requireHost(operation.state, host);
-      requireFreeDevice(operation.state, deviceUriOf(host));
-      const bool twice = std::count(deviceUris.begin(), deviceUris.end(), deviceUriOf(host)) > 0;
-      if (twice) throw Refusal(deviceInUse, deviceUriOf(host));
-      deviceUris.push_back(deviceUriOf(host));
+      requireFreeDevice(operation.state, devicePrefix + host);
+      domain.deviceUris.push_back(devicePrefix + host);
     }
-    createDomain(operation.state, document, timescaleUri, deviceUris);
     return timescaleUri;
   });
 }
 
 void orsksapi_getTimescaleInfo(char* buffer, std::size_t size, zuerr_Status* status) {
   performText("getTimescaleInfo", buffer, size, status, [](Operation& operation) {
-    std::vector<std::string> uris{localTimescaleUri};
-    for (const std::string& host : operation.state.hosts) uris.push_back(timescaleUriOf(host));
-    return listed(uris);
+    nlohmann::json uris{localTimescaleUri};
+    for (const std::string& host : operation.state.hosts) uris.push_back(timescalePrefix + host);
+    return uris.dump(2);
   });
 }
 
 void orsksapi_getSyncableDeviceInfo(char* buffer, std::size_t size, zuerr_Status* status) {
   performText("getSyncableDeviceInfo", buffer, size, status, [](Operation& operation) {
     nlohmann::json uris = nlohmann::json::array();
-    for (const std::string& host : operation.state.hosts) uris.push_back(deviceUriOf(host));
-    return listed(uris);
+    for (const std::string& host : operation.state.hosts) uris.push_back(devicePrefix + host);
+    return uris.dump(2);
   });
 }
 
@@ -252,11 +213,12 @@ void orsksapi_getSyncDomainInfo(char* buffer, std::size_t size, zuerr_Status* st
     for (const auto& [uri, domain] : operation.state.domains) {
       domains[uri]["coherent"] = domain.isCoherentAt(operation.nowNs);
     }
-    return listed(domains);
+    return domains.dump(2);
   });
 }
 
 void orsksapi_getTimestampCorrelatorInfo(char* buffer, std::size_t size, zuerr_Status* status) {
-  performText("getTimestampCorrelatorInfo", buffer, size, status,
-              [](Operation& operation) { return listed(operation.state.correlators); });
+  performText("getTimestampCorrelatorInfo", buffer, size, status, [](Operation& operation) {
+    return nlohmann::json(operation.state.correlators).dump(2);
+  });
 }

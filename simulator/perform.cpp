@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <exception>
-#include <string_view>
 #include <thread>
 
 #include "simulator/state_file.h"
@@ -14,41 +13,38 @@ namespace simulator {
 
 namespace {
 
-/// Where a script rules the time, it starts with the year 2026 (UTC).
-constexpr std::int64_t ruledTimeStartsNs = 1'767'225'600 * nsPerSecond;
+/// A bound for scripts that delete the state again and again.
+constexpr int mostAttempts = 100;
 
-/// What may be made to fail: everything that has a status to fail with.
+/// The operations that can be made to fail: all that have a status record.
 // clang-format off
-constexpr std::string_view operationNames[] = {
-    "loadResources", "unloadResources", "timescale_getTime", "getCurrentTimescale",
+constexpr const char* operationNames[] = {
+    "loadResources", "unloadResources", "timescale_getTime", "getCurrentTimescale", "syncDomain_create",
     "timestampCorrelator_create", "timestampCorrelator_delete", "timestampCorrelator_correlate",
-    "syncDomain_create", "syncDomain_createAndAddDevices", "syncDomain_delete", "syncDomain_start",
-    "syncDomain_startV2", "syncDomain_stop", "syncDomain_addSyncableDevice",
-    "syncDomain_isCoherent", "syncDomain_isCoherentSinceLastChecked",
-    "getTimescaleInfo", "getSyncableDeviceInfo", "getSyncDomainInfo", "getTimestampCorrelatorInfo",
-};
+    "syncDomain_createAndAddDevices", "syncDomain_delete", "syncDomain_start", "syncDomain_startV2",
+    "syncDomain_stop", "syncDomain_addSyncableDevice", "syncDomain_isCoherent",
+    "syncDomain_isCoherentSinceLastChecked", "getTimescaleInfo", "getSyncableDeviceInfo",
+    "getSyncDomainInfo", "getTimestampCorrelatorInfo"};
 // clang-format on
 
 struct InjectedFault {
   std::string operation;
   std::int32_t code = 0;
-  /// Which call fails; 0: every one.
+  /// The call that fails; 0: every call.
   std::uint64_t call = 0;
 };
 
-/// What the environment asks for. A bad value is refused whatever is performed.
-struct Conditions {
-  /// How long an operation takes; nothing where the system's clock rules.
-  std::optional<std::int64_t> stepNs;
+/// The environment variables of one operation.
+struct Settings {
   std::int64_t delayNs = 0;
+  /// Duration of an operation in simulated time; none in system time.
+  std::optional<std::int64_t> stepNs;
   std::optional<InjectedFault> fault;
 };
 
-/// Whether `text` is a number, whole and in range.
+/// Returns whether the whole text is a number that is in range.
 template <typename Number>
-bool readNumber(std::string_view text, Number& number) {
-  const char* const begin = text.data();
-  const char* const end = begin + text.size();
+bool readNumber(const char* begin, const char* end, Number& number) {
   const auto [stopped, error] = std::from_chars(begin, end, number);
   return error == std::errc() && stopped == end;
 }
@@ -57,30 +53,27 @@ std::optional<std::int64_t> readMilliseconds(const std::string& variable) {
   const char* const text = std::getenv(variable.c_str());
   if (text == nullptr) return {};
   std::uint32_t milliseconds = 0;
-  if (!readNumber(text, milliseconds)) throw Refusal(badVariable, variable + '=' + text);
+  const bool valid = readNumber(text, text + std::strlen(text), milliseconds);
+  if (!valid) throw Error(badVariable, variable + '=' + text);
   return milliseconds * nsPerMs;
 }
 
 /// Reads "operation=code" or "operation=code@N".
 std::optional<InjectedFault> readFault() {
-  const char* const variable = std::getenv("ORSK_SIMULATOR_FAIL");
-  if (variable == nullptr) return {};
-  const std::string_view text = variable;
-  const std::size_t equals = std::min(text.find('='), text.size());
-  const std::size_t at = std::min(text.find('@', equals), text.size());
-  InjectedFault fault{std::string(text.substr(0, equals))};
-  if (std::ranges::find(operationNames, fault.operation) == std::end(operationNames)) {
-    std::string hint = "ORSK_SIMULATOR_FAIL=" + std::string(text) + " names none of";
-    for (const std::string_view name : operationNames) hint += ' ' + std::string(name);
-    throw Refusal(badVariable, hint);
-  }
-  const bool code = equals < text.size() &&
-                    readNumber(text.substr(equals + 1, at - equals - 1), fault.code) &&
-                    fault.code < 0;
-  const bool call =
-      at == text.size() || (readNumber(text.substr(at + 1), fault.call) && fault.call > 0);
-  if (!code || !call) throw Refusal(badVariable, "ORSK_SIMULATOR_FAIL=" + std::string(text));
-  return fault;
+  const char* const text = std::getenv("ORSK_SIMULATOR_FAIL");
+  if (text == nullptr) return {};
+  const char* const end = text + std::strlen(text);
+  const char* const equals = std::find(text, end, '=');
+  const char* const at = std::find(equals, end, '@');
+  InjectedFault fault{{text, equals}};
+  const bool known = std::ranges::count(operationNames, fault.operation) > 0;
+  const bool code = equals != end && readNumber(equals + 1, at, fault.code) && fault.code < 0;
+  const bool call = at == end || (readNumber(at + 1, end, fault.call) && fault.call > 0);
+  if (known && code && call) return fault;
+  std::string value = std::string("ORSK_SIMULATOR_FAIL=") + text;
+  if (!known) value += " names none of";
+  for (const char* const name : operationNames) value += known ? "" : std::string(" ") + name;
+  throw Error(badVariable, value);
 }
 
 std::int64_t systemTimeNs() {
@@ -88,55 +81,44 @@ std::int64_t systemTimeNs() {
   return std::clamp(std::int64_t{std::chrono::nanoseconds(now).count()}, std::int64_t{1}, latestNs);
 }
 
-/// Brings the state into the kind of time that rules: whatever runs has then run for as long in the
-/// new one. Returns the present moment.
-std::int64_t enterTime(State& state, bool ruled) {
+/// Switches between system and simulated time; running domains keep their elapsed time. Returns the
+/// present moment.
+std::int64_t enterTime(State& state, bool simulated) {
   const std::int64_t left = state.clock_ns != 0 ? state.clock_ns : systemTimeNs();
-  if (ruled == (state.clock_ns != 0)) return left;
-  const std::int64_t entered = ruled ? ruledTimeStartsNs : systemTimeNs();
+  if (simulated == (state.clock_ns != 0)) return left;
+  const std::int64_t entered = simulated ? simulatedTimeStartNs : systemTimeNs();
   moveMoments(state, entered - left);
-  state.clock_ns = ruled ? entered : 0;
+  state.clock_ns = simulated ? entered : 0;
   return entered;
 }
 
-/// Counts this call, and refuses it if it is the one to fail.
+/// Counts this call. Throws the requested error if it is the one that fails.
 void failIfAsked(const std::optional<InjectedFault>& fault, const std::string& name, State& state) {
   if (!fault || fault->operation != name) return;
   if (fault->call != 0 && ++state.calls[name] != fault->call) return;
-  throw Refusal({fault->code, "orsksapisimerr_onDemand", "The failure that was asked for."}, name);
+  throw Error({fault->code, "orsksapisimerr_onDemand", "The requested failure."}, name);
 }
 
-void sleepFor(std::int64_t ns) {
-  std::this_thread::sleep_for(std::chrono::nanoseconds(ns));
-}
-
-/// The moment that is `ns` later.
-std::int64_t later(std::int64_t momentNs, std::int64_t ns) {
-  return ns > latestNs - momentNs ? latestNs : momentNs + ns;
-}
-
-/// Works on the state under its lock. Where a script rules the time, all of the operation passes
-/// here; else the caller has still to wait. Returns the finished operation.
-Operation performLocked(const Conditions& conditions, const char* name,
-                        const std::function<void(Operation&)>& work) {
-  StateFile file;
+/// Performs `work` under the state's lock. In simulated time this includes the duration of the
+/// operation and of its wait.
+Operation performLocked(const Settings& settings, const char* name, const WorkFunction& work) {
+  StateFile file(StateFile::IfMissing::create);
   const State before = file.read();
   State unworked = before;
   Operation operation;
-  operation.nowNs = enterTime(unworked, conditions.stepNs.has_value());
+  operation.nowNs = enterTime(unworked, settings.stepNs.has_value());
   const auto keep = [&](State& state) {
-    if (conditions.stepNs) {
-      state.clock_ns = later(operation.nowNs, operation.waitNs);
-      state.clock_ns = later(state.clock_ns, *conditions.stepNs + conditions.delayNs);
+    if (settings.stepNs) {
+      state.clock_ns = later(operation.nowNs, operation.wait.durationNs);
+      state.clock_ns = later(state.clock_ns, *settings.stepNs + settings.delayNs);
     }
     if (state != before) file.write(state);
   };
   try {
-    failIfAsked(conditions.fault, name, unworked);
+    failIfAsked(settings.fault, name, unworked);
     operation.state = unworked;
     work(operation);
-    if (conditions.stepNs && operation.look) operation.look(operation.state, true);
-  } catch (const Refusal&) {
+  } catch (const Error&) {
     keep(unworked);
     throw;
   }
@@ -144,42 +126,56 @@ Operation performLocked(const Conditions& conditions, const char* name,
   return operation;
 }
 
-/// Looks again and again, so that a caller whose wait has lost its sense is told at once.
-void wait(const Operation& operation) {
-  std::int64_t leftNs = operation.waitNs;
-  do {
-    const std::int64_t sleptNs = std::min(leftNs, 100 * nsPerMs);
-    sleepFor(sleptNs);
-    leftNs -= sleptNs;
+/// Performs `work`, again and again while the state is deleted meanwhile.
+Operation performOnState(const Settings& settings, const char* name, const WorkFunction& work) {
+  for (int attempt = 1;; ++attempt) {
     try {
-      operation.look(StateFile().read(), leftNs == 0);
-    } catch (const std::exception&) {
-      continue;  // Without the memory to look nothing is known against what was done.
+      return performLocked(settings, name, work);
+    } catch (const StateDeleted&) {
+      if (attempt == mostAttempts) throw;
     }
-  } while (leftNs > 0);
+  }
+}
+
+/// Waits without the lock. Requires that the domain is then coherent: now, or at the end of the
+/// wait if that is later, since a system clock may be set back. In simulated time that is certain.
+void finish(const Operation& operation, bool simulated) {
+  const Wait& wait = operation.wait;
+  if (!simulated) std::this_thread::sleep_for(std::chrono::nanoseconds(wait.durationNs));
+  if (wait.timesOut) throw Error(timedOut, wait.domainUri);
+  if (simulated) return;
+  bool coherent = false;
+  try {
+    State state = StateFile(StateFile::IfMissing::fail).read();
+    const std::int64_t endNs = later(operation.nowNs, wait.durationNs);
+    const std::int64_t momentNs = std::max(enterTime(state, false), endNs);
+    const auto found = state.domains.find(wait.domainUri);
+    coherent = found != state.domains.end() && found->second.isCoherentAt(momentNs);
+  } catch (const StateDeleted&) {  // Together with the domain.
+  }
+  if (!coherent) throw Error(domainStopped, wait.domainUri);
 }
 
 }  // namespace
 
-bool performReferred(const char* name, zuerr_Status* status,
-                     const std::function<void(Operation&)>& work) noexcept {
+bool performFunction(const char* name, zuerr_Status* status, const WorkFunction& work) noexcept {
   bool done = false;
-  Conditions conditions;
+  Settings settings;
   try {
-    conditions = {readMilliseconds("ORSK_SIMULATOR_STEP_MS"),
-                  readMilliseconds("ORSK_SIMULATOR_DELAY_MS").value_or(0), readFault()};
-    const Operation operation = performLocked(conditions, name, work);
-    if (!conditions.stepNs && operation.look) wait(operation);
-    if (operation.warning) leave(status, *operation.warning);
+    // First the delay, which applies whatever the other variables contain.
+    settings.delayNs = readMilliseconds("ORSK_SIMULATOR_DELAY_MS").value_or(0);
+    settings.stepNs = readMilliseconds("ORSK_SIMULATOR_STEP_MS");
+    settings.fault = readFault();
+    const Operation operation = performOnState(settings, name, work);
+    if (!operation.wait.domainUri.empty()) finish(operation, settings.stepNs.has_value());
+    if (operation.warning) report(status, *operation.warning);
     done = true;
-  } catch (const StateRemoved&) {
-    return performReferred(name, status, work);
-  } catch (const Refusal& refusal) {
-    leave(status, refusal);
+  } catch (const Error& error) {
+    report(status, error);
   } catch (const std::exception& failure) {
-    leave(status, internalError, failure.what());
+    report(status, internalError, failure.what());
   }
-  if (!conditions.stepNs) sleepFor(conditions.delayNs);
+  if (!settings.stepNs) std::this_thread::sleep_for(std::chrono::nanoseconds(settings.delayNs));
   return done;
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
-#include <sys/types.h>
+#include <unistd.h>
 
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "simulator/errors.h"
 #include "simulator/model.h"
 
 namespace simulator {
@@ -14,35 +16,40 @@ struct Descriptor {
   explicit Descriptor(int opened) noexcept : number(opened) {}
   Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
   Descriptor& operator=(Descriptor&&) = delete;
-  ~Descriptor();
+  ~Descriptor() {
+    if (number >= 0) close(number);
+  }
 
   int number;
 };
 
-/// Thrown when state and lock were removed under a run, which must then begin again.
-struct StateRemoved {};
+/// Thrown if the state or its lock was deleted during an operation, which must then start again.
+struct StateDeleted : Error {
+  using Error::Error;
+};
 
-/// The file that a state lasts in, locked against every other user while this object lives.
-/// Throws a `Refusal` for whatever goes wrong.
+/// The state file, locked for one process while this object lives. State, lock and the temporary
+/// file beside them are regular files of the effective user. Throws an `Error` for any failure.
 class StateFile {
  public:
-  /// Finds the file's place in the environment and waits for the lock.
-  StateFile();
+  enum class IfMissing { create, fail };
 
-  /// Returns an empty state if there is no file yet. Leaves a damaged file as it is.
+  /// Finds the path in the environment and waits for the lock. Creates a missing lock and its
+  /// folders, or throws `StateDeleted`.
+  explicit StateFile(IfMissing ifMissing);
+
+  /// Returns an empty state if there is no file. Does not change a damaged file.
   State read();
 
-  /// Replaces the whole file or nothing, whenever the process may be killed. Throws `StateRemoved`
-  /// when another run may be at work on a new state. Once the file is replaced nothing fails.
+  /// Replaces the whole file or nothing, even if the process is killed. Returns normally once the
+  /// file is replaced.
   void write(const State& state) const;
 
  private:
   std::string path_;
-  std::string folder_;
   std::string lockPath_;
   Descriptor lock_;
-  /// The file's permissions, for the one that replaces it.
-  mode_t mode_ = 0600;
+  std::optional<Descriptor> state_;
 };
 
 }  // namespace simulator

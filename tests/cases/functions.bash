@@ -6,6 +6,13 @@ simulated() { env -u LD_LIBRARY_PATH orskapp "$@"; }
 # Runs orskapp with the simulator and prints an error as its code and the offending value.
 reported() { simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
 
+# expect OUTPUT COMMAND...: complains if the command prints something else. Lines are joined by blanks.
+expect() {
+  local output
+  output=$("${@:2}" 2>&1 | paste -sd ' ')
+  [[ $output == "$1" ]] || printf '%.200s: %.200s, expected: %s\n' "${*:2}" "$output" "$1"
+}
+
 # show LABEL COMMAND...: runs the command and prints its output after the label, as one line.
 show() { echo "$1: $("${@:2}" 2>&1 | paste -sd ' ')"; }
 
@@ -72,5 +79,5 @@ install_launcher() {
   cp "$build/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
   launcher=$1/bin/orskapp-simulated
 }
-# launch LABEL: asks the launcher that was installed last for the version.
-launch() { show "$1" "$launcher" getApiVersion | sed "s|$SCRATCH/||g; s|/bin/\.\.||; s|//*|/|g"; }
+# launch LABEL [VARIABLE=VALUE]: asks the launcher that was installed last for the version.
+launch() { show "$1" env "${@:2}" "$launcher" getApiVersion | sed "s|$SCRATCH/||g; s|/bin/\.\.||; s|//*|/|g"; }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/mman.h>
+#include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,6 +24,9 @@ namespace {
 
 using Call = std::function<void(zuerr_Status*)>;
 
+constexpr const char* domain =
+    R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":0,"minSyncDuration_ms":5000})";
+
 class Simulator : public testing::Test {
  protected:
   Simulator() {
@@ -39,6 +43,12 @@ class Simulator : public testing::Test {
     std::ostringstream text;
     text << std::ifstream(state()).rdbuf();
     return text.str();
+  }
+
+  /// Replaces the state; an empty text is none.
+  void setState(const std::string& text) const {
+    std::filesystem::remove(state());
+    if (!text.empty()) std::ofstream(state()) << text;
   }
 
   /// Returns the code that `call` leaves, 0 for none.
@@ -105,11 +115,7 @@ TEST_F(Simulator, TerminatesWhateverBufferItIsGiven) {
 }
 
 TEST_F(Simulator, WarnsOfWhatIsSoAlreadyAndRefusesWithoutAResult) {
-  const auto create = [](zuerr_Status* status) {
-    orsksapi_syncDomain_create(
-        "syncDomainParams", R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":0,"minSyncDuration_ms":0})",
-        status);
-  };
+  const auto create = [](zuerr_Status* status) { orsksapi_syncDomain_create("syncDomainParams", domain, status); };
   const auto stop = [](zuerr_Status* status) { orsksapi_syncDomain_stop("d", status); };
   const auto start = [](zuerr_Status* status) { orsksapi_syncDomain_start("d", 0, status); };
   EXPECT_EQ(0, load(R"({"remoteHost":"h"})"));
@@ -139,10 +145,12 @@ TEST_F(Simulator, WarnsOfWhatIsSoAlreadyAndRefusesWithoutAResult) {
   EXPECT_EQ(open, descriptors());
 }
 
-/// Runs `call` in a process of its own with its N-th allocation failing. Returns the code it leaves,
-/// nothing where no allocation was left to fail, and `aborted` where the JSON library ended it: its
-/// destructors allocate.
+constexpr const char* host = R"({"remoteHost":"h"})";
+
+/// The code if the JSON library ended the process: its destructors allocate.
 constexpr std::int32_t aborted = INT32_MIN;
+
+/// Returns the code that `call` leaves with its N-th allocation failing, or nothing if it makes fewer.
 std::optional<std::int32_t> codeWithFailingAllocation(std::size_t number, const Call& call) {
   auto* const code = static_cast<std::int32_t*>(
       mmap(nullptr, sizeof(std::int32_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
@@ -165,18 +173,35 @@ std::optional<std::int32_t> codeWithFailingAllocation(std::size_t number, const 
   return exit == 0 ? std::optional(left) : std::nullopt;
 }
 
-// With each allocation failing in turn an operation says so and has changed nothing, or it is done.
-TEST_F(Simulator, OutOfMemoryChangesNothingAndSaysSo) {
+/// Kills a process at the N-th system call of `call`, on entry. Returns whether it makes as many.
+bool killedAtSystemCall(int number, const Call& call) {
+  const pid_t child = fork();
+  if (child == 0) {
+    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    raise(SIGSTOP);
+    zuerr_Status status = zuerr_initialStatus;
+    call(&status);
+    _exit(0);
+  }
+  int status = 0;
+  // Each system call stops the process twice, and so do the signal and what raise() calls after it.
+  for (int stop = 0; stop < 2 * number && waitpid(child, &status, 0) == child && !WIFEXITED(status); ++stop) {
+    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+  }
+  if (WIFEXITED(status)) return false;
+  kill(child, SIGKILL);
+  waitpid(child, &status, 0);
+  return true;
+}
+
+// With each allocation failing in turn an operation reports an error and has changed nothing, or it is done.
+TEST_F(Simulator, OutOfMemoryChangesNothing) {
   char buffer[512];
   Timestamp time{};
   const Call calls[] = {
-      [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", R"({"remoteHost":"h"})", s); },
-      [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", R"({"remoteHost":"h"})", s); },
-      [](zuerr_Status* s) {
-        orsksapi_syncDomain_create(
-            "syncDomainParams",
-            R"({"uri":"d","timescaleUri":"timescale:local","maxOffset_ns":0,"minSyncDuration_ms":5000})", s);
-      },
+      [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", host, s); },
+      [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", host, s); },
+      [](zuerr_Status* s) { orsksapi_syncDomain_create("syncDomainParams", domain, s); },
       [](zuerr_Status* s) { orsksapi_syncDomain_startV2("d", true, true, 4, s); },
       [](zuerr_Status* s) { orsksapi_syncDomain_startV2("d", true, true, 9, s); },
       [](zuerr_Status* s) { orsksapi_syncDomain_isCoherentSinceLastChecked("d", s); },
@@ -190,8 +215,7 @@ TEST_F(Simulator, OutOfMemoryChangesNothingAndSaysSo) {
     EXPECT_NE(before, after);
     std::size_t number = 1;
     for (;; ++number) {
-      std::filesystem::remove(state());
-      if (!before.empty()) std::ofstream(state()) << before;
+      setState(before);
       const auto left = codeWithFailingAllocation(number, call);
       if (!left) break;
       const std::string now = stateText();
@@ -200,8 +224,51 @@ TEST_F(Simulator, OutOfMemoryChangesNothingAndSaysSo) {
       EXPECT_FALSE(left == aborted && number == 1) << &call - calls;
     }
     EXPECT_GT(number, 20U);
-    std::ofstream(state()) << after;
+    setState(after);
   }
+}
+
+// A wait whose look at the state fails for lack of memory is an error, and the domain stays started.
+TEST_F(Simulator, OutOfMemoryAfterAWaitIsAnError) {
+  codeOf([](zuerr_Status* s) { orsksapi_syncDomain_create("syncDomainParams", domain, s); });
+  std::string before = stateText();
+  before.replace(before.find("5000"), 4, "1");
+  unsetenv("ORSK_SIMULATOR_STEP_MS");
+  int failedLooks = 0;
+  for (std::size_t number = 1;; ++number) {
+    setState(before);
+    const auto left =
+        codeWithFailingAllocation(number, [](zuerr_Status* s) { orsksapi_syncDomain_startV2("d", true, true, 9, s); });
+    if (!left) break;
+    const bool started = stateText().find(R"("runningSince_ns": 0)") == std::string::npos;
+    EXPECT_TRUE(*left != 0 || started) << "allocation " << number;
+    failedLooks += *left == -61022 && started;
+  }
+  EXPECT_GT(failedLooks, 20);
+}
+
+// A process that is killed at any system call leaves the old state or the new one, and at most one temporary file,
+// which the next operation removes.
+TEST_F(Simulator, AKilledProcessLeavesTheOldStateOrTheNew) {
+  ASSERT_EQ(0, load(R"({"remoteHost":"first"})"));
+  const std::string before = stateText();
+  ASSERT_EQ(0, load(host));
+  const std::string after = stateText();
+  int olds = 0, news = 0;
+  for (int number = 1;; ++number) {
+    setState(before);
+    if (!killedAtSystemCall(number, [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", host, s); })) {
+      break;
+    }
+    const std::string now = stateText();
+    EXPECT_TRUE(now == before || now == after) << "system call " << number << ": " << now;
+    ++(now == before ? olds : news);
+    EXPECT_GE(3, std::distance(std::filesystem::directory_iterator(state().parent_path()), {})) << number;
+  }
+  EXPECT_GT(olds, 10);
+  EXPECT_GT(news, 1);
+  EXPECT_EQ(61001, load(host));
+  EXPECT_FALSE(std::filesystem::exists(state().string() + ".new"));
 }
 
 }  // namespace
