@@ -117,11 +117,11 @@ State stateOf(const std::string& text, const Error& damaged) {
 }  // namespace
 
 StateFile::StateFile(IfMissing ifMissing)
-    : path_(statePath()), lockPath_(path_ + ".lock"), lock_(openLock(lockPath_, ifMissing)) {
+    : path_(statePath()), lock_(openLock(path_ + ".lock", ifMissing)) {
   while (flock(lock_.number, LOCK_EX) != 0) {
-    if (errno != EINTR) failWith(lockPath_);
+    if (errno != EINTR) failWith(path_ + ".lock");
   }
-  requireNamed(lock_, lockPath_);
+  requireNamed(lock_, path_ + ".lock");
 }
 
 State StateFile::read() {
@@ -149,7 +149,7 @@ void StateFile::write(const State& state) const {
   const std::unique_ptr<const char, int (*)(const char*)> unlinkedAtEnd(temporary.c_str(), unlink);
   if (dprintf(file.number, "%s", text.c_str()) < 0 || fsync(file.number) != 0) failWith(path_);
   // A process with a newer lock uses the same temporary file.
-  requireNamed(lock_, lockPath_);
+  requireNamed(lock_, path_ + ".lock");
   if (state_) requireNamed(*state_, path_);
   requireNamed(file, temporary);
   if (rename(temporary.c_str(), path_.c_str()) != 0) failWith(path_);

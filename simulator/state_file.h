@@ -47,7 +47,6 @@ class StateFile {
 
  private:
   std::string path_;
-  std::string lockPath_;
   Descriptor lock_;
   std::optional<Descriptor> state_;
 };
