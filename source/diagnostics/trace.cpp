@@ -14,7 +14,7 @@ constexpr std::size_t lastIndex = bufferSize - 1;
 char* writeBytes(char* position, std::size_t room, const char* text, std::size_t length) {
   if (room == 0) return position;
   const std::size_t written = std::min(length, room - 1);
-  std::memcpy(position, text, written);
+  std::copy_n(text, written, position);
   position[written] = '\0';
   return position + written;
 }

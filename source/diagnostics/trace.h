@@ -56,7 +56,7 @@ struct orskdbg_AssertPlace {
 /// Reports a failed assertion in three lines and calls the handler.
 void orskdbg_assertFailed(const orskdbg_AssertPlace& place, const char* expression);
 
-/// Asserts `condition` at a constant `orskdbg_AssertPlace`, which gives the message and stands for
-/// the source position that is reported.
+/// Reports a failed assertion if `condition` is false. Takes a constant `orskdbg_AssertPlace`
+/// instead of a message, because the reported file and line are fixed and not those of the source.
 #define ORSK_ASSERT(condition, place) \
   ((condition) ? static_cast<void>(0) : orskdbg_assertFailed((place), "ASSERT(" #condition ")"))

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "errors/insert_growing.h"
 
@@ -12,13 +13,30 @@ namespace {
 constexpr std::uint32_t longestText = 0x7FFF'FFFD;
 constexpr std::uint32_t firstRefusedSize = 0x8000'0000;
 constexpr std::uint32_t smallestBuffer = 512;
+constexpr std::uint32_t largestThatGrows = 0x4000'0000;
 
-/// Has the record's callback provide `size` bytes. A callback that says it did but did not is a
+/// Requests `size` bytes from the record's callback. A callback that returns true without them is a
 /// failure too: callers count on the room.
 bool ensureCapacity(zuerr_Status* status, std::uint32_t size) {
   if (size > status->capacity && !status->resize(status, size)) return false;
   return status->capacity >= size && status->json != nullptr;
 }
+
+/// Writes `text` into a buffer of `size` bytes. Returns what `jsonbuf_init` returns, or null.
+char* initText(char* buffer, std::uint32_t size, std::string_view text) {
+  if (text.size() >= size) return nullptr;
+  std::char_traits<char>::move(buffer, text.data(), text.size());
+  buffer[text.size()] = '\0';
+  return jsonbuf_init(buffer, size, nullptr);
+}
+
+char* setText(zuerr_Status* status, std::string_view text) {
+  if (text.size() > longestText) return nullptr;
+  if (!ensureCapacity(status, static_cast<std::uint32_t>(text.size()) + 2)) return nullptr;
+  return initText(status->json, status->capacity, text);
+}
+
+constexpr std::string_view emptyText = "{}";
 
 void setIfGiven(bool* textOk, bool ok) {
   if (textOk != nullptr) *textOk = ok;
@@ -35,10 +53,13 @@ bool zuerr_defaultResize(zuerr_Status* status, std::uint32_t newSize) noexcept {
   }
   if (newSize <= status->capacity) return true;
   if (newSize >= firstRefusedSize) return false;
+  const std::string_view text = status->json == nullptr ? emptyText : zuerr_text(*status);
+  // A text without its NUL cannot be kept.
+  if (status->capacity > 0 && text.size() == status->capacity) return false;
   const std::uint32_t size = newSize <= smallestBuffer ? smallestBuffer : std::bit_ceil(newSize);
   auto* const buffer = static_cast<char*>(std::malloc(size));
   if (buffer == nullptr) return false;
-  if (jsonbuf_init(buffer, size, status->json == nullptr ? "{}" : status->json) == nullptr) {
+  if (initText(buffer, size, text) == nullptr) {
     std::free(buffer);
     return false;
   }
@@ -80,18 +101,16 @@ bool zuerr_merge(zuerr_Status* destination, zuerr_Status* source, bool* textOk) 
       source->capacity = 0;
       source->json = nullptr;
     }
-  } else if (zuerr_setJson(destination, source->json) == nullptr) {
-    setIfGiven(textOk, false);
+  } else {
+    const char* const copied =
+        setText(destination, source->json == nullptr ? emptyText : zuerr_text(*source));
+    if (copied == nullptr) setIfGiven(textOk, false);
   }
   return true;
 }
 
 char* zuerr_setJson(zuerr_Status* status, const char* text) noexcept {
-  if (text == nullptr) text = "{}";
-  const std::size_t length = std::strlen(text);
-  if (length > longestText) return nullptr;
-  if (!ensureCapacity(status, static_cast<std::uint32_t>(length) + 2)) return nullptr;
-  return jsonbuf_init(status->json, status->capacity, text);
+  return setText(status, text == nullptr ? emptyText : text);
 }
 
 char* zuerr_reserve(zuerr_Status* status, std::uint32_t room) noexcept {
@@ -102,11 +121,9 @@ char* zuerr_reserve(zuerr_Status* status, std::uint32_t room) noexcept {
 // NOLINTNEXTLINE(readability-non-const-parameter): positions are what the C interface says.
 char* zuerr_grow(zuerr_Status* status, char* position) noexcept {
   if (position == nullptr) return nullptr;
+  if (status->capacity <= 2 || status->capacity > largestThatGrows) return nullptr;
   const std::ptrdiff_t offset = position - status->json;
-  // For a capacity below 2 or above 2^30 this wraps: what comes out is not more than there is, or
-  // more than zuerr_reserve allows. Neither is asked for.
   const std::uint32_t room = (status->capacity - 2) * 2;
-  if (room + 2 <= status->capacity) return nullptr;
   return zuerr_reserve(status, room) == nullptr ? nullptr : status->json + offset;
 }
 
@@ -130,6 +147,12 @@ JsonGrower zuerr_growerOf(zuerr_Status* status) noexcept {
     return zuerr_grow(static_cast<zuerr_Status*>(context), position);
   };
   return {grow, status};
+}
+
+std::string_view zuerr_text(const zuerr_Status& status) noexcept {
+  if (status.json == nullptr) return "";
+  if (status.capacity == 0) return status.json;
+  return {status.json, strnlen(status.json, status.capacity)};
 }
 
 void zuerr_release(zuerr_Status* status) noexcept {

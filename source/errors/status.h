@@ -15,6 +15,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "errors/json_text_buffer.h"
 
@@ -97,6 +98,10 @@ inline constexpr zuerr_Status zuerr_initialStatus{0, 0, zuerr_defaultResize, nul
 
 /// The grower that enlarges `status`'s buffer; it holds the pointer and must not outlive it.
 JsonGrower zuerr_growerOf(zuerr_Status* status) noexcept;
+
+/// Returns the text, or "" if there is none. A library may omit the text's NUL, then this ends at
+/// the capacity, or the capacity, then it ends at the NUL. Valid until the record changes.
+std::string_view zuerr_text(const zuerr_Status& status) noexcept;
 
 /// Releases the text, if there is one, through the record's own callback.
 void zuerr_release(zuerr_Status* status) noexcept;

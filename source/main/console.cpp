@@ -4,7 +4,6 @@
 
 #include <cinttypes>
 #include <cstdio>
-#include <cstring>
 #include <exception>
 #include <optional>
 #include <string>
@@ -33,13 +32,6 @@ void printError(const Parts&... parts) {
   writeLine(STDERR_FILENO, "ERROR: ", parts...);
 }
 
-/// The text of a record, which a library may have left without its NUL, or without its capacity.
-std::string_view textOf(const zuerr_Status& status) {
-  if (status.json == nullptr) return "";
-  if (status.capacity == 0) return status.json;
-  return {status.json, strnlen(status.json, status.capacity)};
-}
-
 }  // namespace
 
 int runConsole(int argc, const char* const* argv) {
@@ -49,7 +41,7 @@ int runConsole(int argc, const char* const* argv) {
   } catch (const zuerr::ExceptionBase& error) {
     char code[12];
     std::snprintf(code, sizeof code, "%" PRId32, error.status.code);
-    printError(code, ": ", textOf(error.status));
+    printError(code, ": ", zuerr_text(error.status));
     return error.status.code;
   } catch (const std::exception& error) {
     printError(error.what());

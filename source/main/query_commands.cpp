@@ -67,5 +67,6 @@ void listServiceObjects(const std::string& kind) {
 }
 
 void getApiVersion(const std::string&, const OptionMap&, const FlagMap&) {
+  prepareForExceptions();
   printLine(std::to_string(apiWrapper.getApiVersion()));
 }

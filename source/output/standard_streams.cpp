@@ -6,25 +6,32 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
+#include <utility>
 
 void protectStandardStreams() {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
-    // open(2) takes the lowest free number, which is this one: those before it are open by now.
-    if (fcntl(stream, F_GETFD) == -1 && errno == EBADF) open("/dev/null", O_RDWR);
+    if (fcntl(stream, F_GETFD) != -1 || errno != EBADF) continue;
+    // pipe(2) takes the lowest free numbers. The first is this stream's: those below it are open.
+    int ends[2];
+    if (pipe(ends) != 0) _exit(1);
+    close(ends[1]);
   }
 }
 
 int writePieces(int stream, std::span<iovec> pieces) noexcept {
+  static bool isFirstLine = true;
+  if (std::exchange(isFirstLine, false)) std::fflush(stdout);
   while (!pieces.empty()) {
     const ssize_t result = writev(stream, pieces.data(), static_cast<int>(pieces.size()));
     if (result < 0) {
       if (errno == EAGAIN) {
         pollfd writable{stream, POLLOUT, 0};
-        poll(&writable, 1, -1);
+        if (poll(&writable, 1, -1) < 0 && errno != EINTR) return errno;
       } else if (errno != EINTR) {
-        return errno == EPIPE ? 0 : errno;
+        return errno == EPIPE || errno == ECONNRESET ? 0 : errno;
       }
       continue;
     }

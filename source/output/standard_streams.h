@@ -1,26 +1,30 @@
 #pragma once
 
-/// The process's standard streams: the program's one way to print. Lines go to the system as they
-/// are, past the C library's streams, whose state the client library shares. A line is one write
-/// where the system takes it whole, and is out before the next is begun.
+/// The process's standard streams: the program's one way to print. Lines bypass the C library's
+/// streams, because the client library shares their state. What the client library has printed with
+/// them before the first line is flushed first. A line is one write if the system accepts it whole,
+/// and is written before the next one begins.
 
 #include <sys/uio.h>
 
 #include <span>
 #include <string_view>
 
-/// Makes writing to standard output and standard error safe whatever the program was started with.
-/// A stream that was closed leads to /dev/null, so that no file of the client library takes its
-/// number, if this is called before that is initialised; a reader that has gone and a file that may
-/// not grow are failed writes, not the end of the process: see signal(7).
+/// Makes the standard streams safe. To be called before the client library is initialised.
+/// - A closed stream becomes a pipe without a writer, so that no file of the client library takes
+/// its
+///   number. It reads as the end of input, and a write to it fails with EBADF, see pipe(7). If
+///   there can be no pipe, the process ends with status 1.
+/// - A closed pipe and a file that cannot grow are failed writes. They do not end the process, see
+///   signal(7).
 void protectStandardStreams();
 
-/// Writes all bytes of `pieces`, which it uses up: goes on after an interruption and a short write,
-/// and waits where a stream would block. Returns 0, or the error number of the write that failed;
-/// EPIPE is none, for a reader that has gone wanted no more.
+/// Writes all bytes of `pieces` and changes `pieces`. Continues after an interruption and a short
+/// write, and waits if the stream would block. Returns 0, or the error number of the write that
+/// failed. EPIPE and ECONNRESET count as success: the reader is gone.
 int writePieces(int stream, std::span<iovec> pieces) noexcept;
 
-/// Writes a line made of `parts` to a standard stream. Returns what `writePieces` returns.
+/// Writes a line that consists of `parts`. Returns what `writePieces` returns.
 template <typename... Parts>
 int writeLine(int stream, const Parts&... parts) noexcept {
   const std::string_view texts[] = {parts..., "\n"};

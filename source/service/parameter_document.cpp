@@ -1,7 +1,6 @@
 #include "service/parameter_document.h"
 
 #include <algorithm>
-#include <cctype>
 #include <initializer_list>
 
 namespace {
@@ -26,11 +25,11 @@ std::string object(std::initializer_list<Member> members) {
 }
 
 bool isNull(std::string_view text) {
-  const auto sameLetter = [](char typed, char letter) {
-    return std::toupper(static_cast<unsigned char>(typed)) == letter;
+  const auto isLetter = [](char typed, char capital) {
+    return typed == capital || typed == capital - 'A' + 'a';
   };
   constexpr std::string_view null = "NULL";
-  return std::ranges::equal(text, null, sameLetter);
+  return std::ranges::equal(text, null, isLetter);
 }
 
 }  // namespace

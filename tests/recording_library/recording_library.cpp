@@ -1,22 +1,24 @@
-// A client library that writes down what it is asked, argument by argument, and answers as told,
-// however badly. Environment variables:
-//   ORSK_TEST_LOG     file that each call is appended to, a line a call
-//   ORSK_TEST_CODE    status code to leave; default: the record is left alone
-//   ORSK_TEST_TEXT    error text to leave
-//   ORSK_TEST_PADDING number of bytes "x" that follow the error text
-//   ORSK_TEST_OWNER   who keeps the error text: "caller" (default; through the record's callback),
-//                     "library" (the record comes back with our callback), "nobody" (and with
-//                     none), "both" (through the record's callback, which is then replaced by ours), "unended" (as
-//                     "caller", the whole buffer full and without its NUL), "unsized" (without its capacity)
-//   ORSK_TEST_OUTPUT  text to put into an output buffer, where that is not filled
-//   ORSK_TEST_FILL    byte to fill a whole output buffer with, leaving no NUL
-//   ORSK_TEST_TIME    "seconds nanoseconds fraction negative" to put into an output time
-//   ORSK_TEST_RESULT  number to return; default 0
-//   ORSK_TEST_DELAY_MS milliseconds that an answer takes
-//   ORSK_TEST_SPOIL   spoils the standard streams
-//   ORSK_TEST_THROW   throws a number through the interface, after leaving the status
+// A client library that records each call with its arguments, and misbehaves. Environment variables:
+//   ORSK_TEST_LOG      file to which each call is appended as a line
+//   ORSK_TEST_CODE     status code; default: the status record does not change
+//   ORSK_TEST_TEXT     status text
+//   ORSK_TEST_PADDING  number of bytes "x" that follow the status text
+//   ORSK_TEST_OWNER    words: "library" allocates the text and "both" only replaces the callback, so that the library
+//                      releases the text; "nobody" removes the callback; "unended" fills the buffer and leaves no NUL;
+//                      "unsized" sets the capacity to 0. Default: the caller's callback
+//   ORSK_TEST_OUTPUT   text for an output buffer
+//   ORSK_TEST_FILL     byte that fills an output buffer, without a NUL
+//   ORSK_TEST_TIME     "seconds nanoseconds fraction negative" for an output time
+//   ORSK_TEST_RESULT   result; default 0
+//   ORSK_TEST_DELAY_MS duration of a call in milliseconds
+//   ORSK_TEST_PRINT    text that is printed with stdio
+//   ORSK_TEST_SPOIL    words: "wide" makes the standard streams wide and buffered, "nonblocking" non-blocking,
+//                      "interrupt" sends a signal every millisecond
+//   ORSK_TEST_THROW    throws: "int" an int, other text a std::runtime_error
+//   ORSK_TEST_EXIT     ends the thread when the text is released, which unwinds the stack as an exception does
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -28,6 +30,7 @@
 #include <cwchar>
 #include <iomanip>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 
 #include "errors/status.h"
@@ -35,7 +38,7 @@
 #include "service/timestamp.h"
 
 /// Called when this library's own work begins and ends. A test program that makes allocations fail
-/// defines it, and then lets only the console's own allocations fail.
+/// defines it, so that only the console's own allocations fail.
 extern "C" __attribute__((weak)) void orskTestLibraryAtWork(bool atWork);
 
 namespace {
@@ -58,27 +61,36 @@ void log(const std::string& line) {
   if (logFile() >= 0 && write(logFile(), line.data(), line.size()) < 0) std::abort();
 }
 
-/// Does to the process's streams what a library may: makes them wide, buffered and non-blocking, and
-/// interrupts whoever waits.
-void spoilStreams() {
-  for (std::FILE* const stream : {stdout, stderr}) {
-    std::fwide(stream, 1);
-    std::setvbuf(stream, nullptr, _IOFBF, 1 << 16);
-    fcntl(fileno(stream), F_SETFL, O_NONBLOCK);
-  }
-  struct sigaction action {};
-  action.sa_handler = [](int) {};
-  sigaction(SIGALRM, &action, nullptr);
-  const itimerval often{{0, 1000}, {0, 1000}};
-  setitimer(ITIMER_REAL, &often, nullptr);
-}
-
 const char* environment(const char* name, const char* otherwise) {
   const char* const value = std::getenv(name);
   return value == nullptr ? otherwise : value;
 }
 
+/// Whether a variable contains a word.
+bool isAsked(const char* variable, const char* word) {
+  return std::string(environment(variable, "")).find(word) != std::string::npos;
+}
+
+/// Does to the process what a library may.
+void spoilStreams() {
+  for (std::FILE* const stream : {stdout, stderr}) {
+    if (isAsked("ORSK_TEST_SPOIL", "wide")) {
+      std::fwide(stream, 1);
+      std::setvbuf(stream, nullptr, _IOFBF, 1 << 16);
+    }
+    if (isAsked("ORSK_TEST_SPOIL", "nonblocking")) fcntl(fileno(stream), F_SETFL, O_NONBLOCK);
+  }
+  if (isAsked("ORSK_TEST_SPOIL", "interrupt")) {
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    sigaction(SIGALRM, &action, nullptr);
+    const itimerval often{{0, 1000}, {0, 1000}};
+    setitimer(ITIMER_REAL, &often, nullptr);
+  }
+}
+
 bool releaseOwnText(zuerr_Status* status, std::uint32_t newSize) {
+  if (std::getenv("ORSK_TEST_EXIT") != nullptr) pthread_exit(nullptr);
   setAtWork(true);
   log("release with size " + std::to_string(newSize) + "\n");
   setAtWork(false);
@@ -105,18 +117,18 @@ void leaveText(zuerr_Status* status) {
   text.append(std::strtoull(environment("ORSK_TEST_PADDING", "0"), nullptr, 10), 'x');
   if (text.empty()) return;
   const auto size = static_cast<std::uint32_t>(text.size() + 2);
-  const std::string owner = environment("ORSK_TEST_OWNER", "caller");
-  if (owner == "caller" || owner == "both" || owner == "unended" || owner == "unsized") {
-    if (!takeCallersBuffer(status, size)) return;
-  } else {
+  const auto owner = [](const char* word) { return isAsked("ORSK_TEST_OWNER", word); };
+  if (owner("library")) {
     status->json = static_cast<char*>(std::malloc(size));
     status->capacity = size;
+  } else if (!takeCallersBuffer(status, size)) {
+    return;
   }
-  if (owner == "library" || owner == "both") status->resize = releaseOwnText;
-  if (owner == "nobody") status->resize = nullptr;
+  if (owner("library") || owner("both")) status->resize = releaseOwnText;
+  if (owner("nobody")) status->resize = nullptr;
   jsonbuf_init(status->json, status->capacity, text.c_str());
-  if (owner == "unended") std::memset(status->json, 'x', status->capacity);
-  if (owner == "unsized") status->capacity = 0;
+  if (owner("unended")) std::memset(status->json, 'x', status->capacity);
+  if (owner("unsized")) status->capacity = 0;
 }
 
 /// One call: collects what its arguments are, and answers in them.
@@ -182,8 +194,10 @@ class Call {
   std::uint32_t answer() {
     log(line_.str() + ")\n");
     usleep(1000 * static_cast<useconds_t>(std::atoi(environment("ORSK_TEST_DELAY_MS", "0"))));
-    if (std::getenv("ORSK_TEST_SPOIL") != nullptr) spoilStreams();
-    if (std::getenv("ORSK_TEST_THROW") != nullptr) throw 1;
+    std::fputs(environment("ORSK_TEST_PRINT", ""), stdout);
+    spoilStreams();
+    if (isAsked("ORSK_TEST_THROW", "int")) throw 1;
+    if (const char* const text = std::getenv("ORSK_TEST_THROW")) throw std::runtime_error(text);
     return static_cast<std::uint32_t>(std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));
   }
 
@@ -206,34 +220,38 @@ std::uint32_t record(const char* function, Arguments... arguments) {
   return call.answer();
 }
 
+using Text = const char*;
+using Status = zuerr_Status*;
+using Size = std::size_t;
+using Number = std::uint32_t;
+
 }  // namespace
 
-#define RECORDED(result, name, parameters, ...)                              \
-  result orsksapi_##name parameters {                                        \
-    return static_cast<result>(record(__func__ __VA_OPT__(, ) __VA_ARGS__)); \
-  }
-#define TEXT const char*
-#define BUFFER char *b, std::size_t n
-#define STATUS zuerr_Status* s
 // clang-format off
-RECORDED(std::uint32_t, getApiVersion, ())
-RECORDED(void, loadResources, (TEXT x, TEXT y, STATUS), x, y, s)
-RECORDED(void, unloadResources, (TEXT x, TEXT y, STATUS), x, y, s)
-RECORDED(void, timescale_getTime, (TEXT x, Timestamp* t, STATUS), x, t, s)
-RECORDED(void, getCurrentTimescale, (TEXT x, BUFFER, STATUS), x, b, n, s)
-RECORDED(void, timestampCorrelator_create, (TEXT x, TEXT y, STATUS), x, y, s)
-RECORDED(void, timestampCorrelator_delete, (TEXT x, TEXT y, STATUS), x, y, s)
-RECORDED(void, timestampCorrelator_correlate, (TEXT x, TEXT y, const Timestamp* t, Timestamp* u, STATUS), x, y, t, u, s)
-RECORDED(void, syncDomain_create, (TEXT x, TEXT y, STATUS), x, y, s)
-RECORDED(bool, syncDomain_start, (TEXT x, std::uint32_t i, STATUS), x, i, s)
-RECORDED(void, syncDomain_startV2, (TEXT x, bool f, bool g, std::uint32_t i, STATUS), x, f, g, i, s)
-RECORDED(void, syncDomain_stop, (TEXT x, STATUS), x, s)
-RECORDED(void, syncDomain_delete, (TEXT x, STATUS), x, s)
-RECORDED(void, syncDomain_addSyncableDevice, (TEXT x, TEXT y, STATUS), x, y, s)
-RECORDED(bool, syncDomain_isCoherent, (TEXT x, STATUS), x, s)
-RECORDED(bool, syncDomain_isCoherentSinceLastChecked, (TEXT x, STATUS), x, s)
-RECORDED(void, syncDomain_createAndAddDevices, (TEXT x, TEXT y, BUFFER, STATUS), x, y, b, n, s)
-RECORDED(void, getTimescaleInfo, (BUFFER, STATUS), b, n, s)
-RECORDED(void, getSyncableDeviceInfo, (BUFFER, STATUS), b, n, s)
-RECORDED(void, getSyncDomainInfo, (BUFFER, STATUS), b, n, s)
-RECORDED(void, getTimestampCorrelatorInfo, (BUFFER, STATUS), b, n, s)
+Number orsksapi_getApiVersion() { return record(__func__); }
+void orsksapi_loadResources(Text name, Text json, Status s) { record(__func__, name, json, s); }
+void orsksapi_unloadResources(Text name, Text json, Status s) { record(__func__, name, json, s); }
+void orsksapi_timescale_getTime(Text uri, Timestamp* time, Status s) { record(__func__, uri, time, s); }
+void orsksapi_getCurrentTimescale(Text host, char* text, Size n, Status s) { record(__func__, host, text, n, s); }
+void orsksapi_timestampCorrelator_create(Text name, Text json, Status s) { record(__func__, name, json, s); }
+void orsksapi_timestampCorrelator_delete(Text uri1, Text uri2, Status s) { record(__func__, uri1, uri2, s); }
+void orsksapi_timestampCorrelator_correlate(Text source, Text destination, const Timestamp* from, Timestamp* to, Status s) {
+  record(__func__, source, destination, from, to, s);
+}
+void orsksapi_syncDomain_create(Text name, Text json, Status s) { record(__func__, name, json, s); }
+bool orsksapi_syncDomain_start(Text uri, Number timeout, Status s) { return record(__func__, uri, timeout, s) != 0; }
+void orsksapi_syncDomain_startV2(Text uri, bool save, bool wait, Number timeout, Status s) {
+  record(__func__, uri, save, wait, timeout, s);
+}
+void orsksapi_syncDomain_stop(Text uri, Status s) { record(__func__, uri, s); }
+void orsksapi_syncDomain_delete(Text uri, Status s) { record(__func__, uri, s); }
+void orsksapi_syncDomain_addSyncableDevice(Text uri, Text device, Status s) { record(__func__, uri, device, s); }
+bool orsksapi_syncDomain_isCoherent(Text uri, Status s) { return record(__func__, uri, s) != 0; }
+bool orsksapi_syncDomain_isCoherentSinceLastChecked(Text uri, Status s) { return record(__func__, uri, s) != 0; }
+void orsksapi_syncDomain_createAndAddDevices(Text name, Text json, char* text, Size n, Status s) {
+  record(__func__, name, json, text, n, s);
+}
+void orsksapi_getTimescaleInfo(char* text, Size n, Status s) { record(__func__, text, n, s); }
+void orsksapi_getSyncableDeviceInfo(char* text, Size n, Status s) { record(__func__, text, n, s); }
+void orsksapi_getSyncDomainInfo(char* text, Size n, Status s) { record(__func__, text, n, s); }
+void orsksapi_getTimestampCorrelatorInfo(char* text, Size n, Status s) { record(__func__, text, n, s); }

@@ -1,4 +1,7 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -27,6 +30,41 @@ TEST(Output, WritesALineAtOnce) {
   EXPECT_EQ(0, writeLine(ends[0], "nobody reads it"));
   close(ends[0]);
   EXPECT_EQ(EBADF, writeLine(ends[0], "nowhere"));
+}
+
+// A TCP connection that its reader resets fails with ECONNRESET, and only the writes after that with EPIPE.
+TEST(Output, AReaderThatResetsItsConnectionIsGone) {
+  sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+  socklen_t size = sizeof address;
+  auto* const generic = reinterpret_cast<sockaddr*>(&address);
+  const int listener = socket(AF_INET, SOCK_STREAM, 0), writer = socket(AF_INET, SOCK_STREAM, 0);
+  ASSERT_EQ(0, bind(listener, generic, size));
+  ASSERT_EQ(0, listen(listener, 1));
+  ASSERT_EQ(0, getsockname(listener, generic, &size));
+  ASSERT_EQ(0, connect(writer, generic, size));
+  const int reader = accept(listener, nullptr, nullptr);
+  // Closing with bytes unread resets the connection.
+  ASSERT_EQ(1, write(writer, "x", 1));
+  close(reader);
+  EXPECT_EQ(0, writeLine(writer, "nobody reads it"));
+  close(writer);
+  close(listener);
+}
+
+TEST(Output, AStreamThatCannotBeWaitedForIsAnError) {
+  int ends[2];
+  ASSERT_EQ(0, pipe2(ends, O_NONBLOCK));
+  while (write(ends[1], "full", 4) > 0) {
+  }
+  rlimit before{};
+  getrlimit(RLIMIT_NOFILE, &before);
+  const rlimit none{0, before.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &none);
+  const int error = writeLine(ends[1], "x");
+  setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_EQ(EINVAL, error);
+  close(ends[0]);
+  close(ends[1]);
 }
 
 TEST(CommandLine, MayHoldNotEvenAProgramName) {

@@ -283,4 +283,29 @@ TEST(Status, MergeCopiesTextUnderAnotherCallback) {
   EXPECT_TRUE(zuerr_merge(&(refused = {0, 0, refuse, nullptr}), &error, nullptr));
 }
 
+// A text without its NUL is copied up to the capacity, also where a page ends behind it.
+TEST(Status, CopiesNoMoreThanTheCapacity) {
+  const std::size_t page = static_cast<std::size_t>(getpagesize());
+  auto* const pages =
+      static_cast<char*>(mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+  std::memset(pages, 'x', page);
+  mprotect(pages, 2 * page, PROT_NONE);
+  mprotect(pages, page, PROT_READ);
+  char* const text = pages + page - 5;
+  for (const zuerr_ResizeFn callback : {refuse, zuerr_ResizeFn{nullptr}}) {
+    zuerr_Status source{-3, 5, callback, text};
+    OwnedStatus destination;
+    bool textOk = false;
+    EXPECT_TRUE(zuerr_merge(&destination, &source, &textOk) && textOk);
+    EXPECT_STREQ("xxxxx", destination.json);
+    EXPECT_EQ(text, source.json);
+  }
+  zuerr_Status growing{-3, 5, zuerr_defaultResize, static_cast<char*>(std::malloc(5))};
+  std::memset(growing.json, 'y', 5);
+  EXPECT_FALSE(zuerr_defaultResize(&growing, 6));
+  EXPECT_EQ(5U, growing.capacity);
+  zuerr_release(&growing);
+  munmap(pages, 2 * page);
+}
+
 }  // namespace

@@ -1,0 +1,69 @@
+// What other code is compiled against and may not change: sizes, virtual functions and their order.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <type_traits>
+
+#include "diagnostics/monotonic_stop_watch.h"
+#include "diagnostics/trace.h"
+#include "errors/console_exceptions.h"
+#include "errors/library_exception.h"
+#include "service/api_wrapper.h"
+
+namespace {
+
+using orsksapi::ApiWrapperInterface;
+using orsktools::MonotonicStopWatch;
+
+/// Returns the slot of a virtual function, as the Itanium C++ ABI 2.3 encodes it in a pointer to a member.
+template <typename Function>
+std::size_t slotOf(Function function) {
+  std::size_t words[2];
+  static_assert(sizeof function == sizeof words, "This ABI encodes pointers to members differently.");
+  std::memcpy(words, &function, sizeof words);
+  return words[0] / sizeof(void*);
+}
+
+TEST(Layout, OperationsKeepTheirSlots) {
+  using A = ApiWrapperInterface;
+  const std::size_t slots[] = {slotOf(&A::getApiVersion),
+                               slotOf(&A::loadResources),
+                               slotOf(&A::unloadResources),
+                               slotOf(&A::timescale_getTime),
+                               slotOf(&A::getCurrentTimescale),
+                               slotOf(&A::timestampCorrelator_create),
+                               slotOf(&A::timestampCorrelator_delete),
+                               slotOf(&A::timestampCorrelator_correlate),
+                               slotOf(&A::syncDomain_create),
+                               slotOf(&A::syncDomain_start),
+                               slotOf(&A::syncDomain_startV2),
+                               slotOf(&A::syncDomain_stop),
+                               slotOf(&A::syncDomain_delete),
+                               slotOf(&A::syncDomain_addSyncableDevice),
+                               slotOf(&A::syncDomain_isCoherent),
+                               slotOf(&A::syncDomain_isCoherentSinceLastChecked),
+                               slotOf(&A::syncDomain_createAndAddDevices),
+                               slotOf(&A::getTimescaleInfo),
+                               slotOf(&A::getSyncableDeviceInfo),
+                               slotOf(&A::getSyncDomainInfo),
+                               slotOf(&A::getTimestampCorrelatorInfo)};
+  // The destructor has the first two slots.
+  std::size_t expected = 2;
+  for (const std::size_t slot : slots) EXPECT_EQ(expected++, slot);
+  EXPECT_TRUE(std::is_abstract_v<A> && std::has_virtual_destructor_v<A> && sizeof(A) == sizeof(void*));
+}
+
+TEST(Layout, ClassesKeepTheirShape) {
+  EXPECT_TRUE(std::is_polymorphic_v<MonotonicStopWatch> && std::is_final_v<MonotonicStopWatch>);
+  EXPECT_EQ(sizeof(void*) + sizeof(std::int64_t), sizeof(MonotonicStopWatch));
+  EXPECT_EQ(0U, slotOf(&MonotonicStopWatch::start));
+  EXPECT_EQ(sizeof(std::runtime_error) + sizeof(std::string), sizeof(SyncDomainConsoleException));
+  EXPECT_EQ("", TooManyOptionsException().detail);
+  EXPECT_TRUE((std::is_base_of_v<orskdbg_VarLine, orskdbg_VarLineToBuffer>));
+  EXPECT_EQ(sizeof(orskdbg_VarLine), sizeof(orskdbg_VarLineToBuffer));
+  EXPECT_EQ(sizeof(void*) + sizeof(zuerr_Status), sizeof(zuerr::ExceptionBase));
+  EXPECT_EQ(2U, slotOf(&zuerr::ExceptionBase::what));
+}
+
+}  // namespace
