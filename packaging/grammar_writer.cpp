@@ -1,12 +1,16 @@
-// grammar_writer FORM [TEMPLATE]: prints the grammar's tables in the given form ("bash", which zsh
-// reads too, "fish", "markdown", "lines": a command line that calls the library for each command
-// and argument). With a template prints that, with the tables in the place of its line "@GRAMMAR@",
-// the manual's entry of a command and argument in the place of "@FORM command argument@", of which
-// there must be one for each if there is any, and the messages of the command-line errors in the
-// place of "%MESSAGES%".
+// grammar_writer FORM [TEMPLATE]: prints the grammar's tables in a form.
+//   bash, fish   functions for completions; zsh reads those for bash
+//   markdown     the README's table of commands
+//   lines        a command line that calls the library, for each command and argument
+//   types        each command and argument with its options and their types
+//   dictionary   the words, for the fuzzer
+//   manual       nothing without a template
+// With a template prints that, and replaces these lines:
+//   @GRAMMAR@                  the tables
+//   @FORM command argument@    the manual's entry. A template with one entry needs all.
+//   %MESSAGES%                 the messages of the command-line errors
 
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <set>
@@ -23,21 +27,21 @@ struct Option {
   OptionType type;
 };
 
-/// A command with one of its arguments, or with none.
-struct Form {
+/// A command with one of its arguments, or without.
+struct Usage {
   std::string command;
   std::string argument;
   std::vector<Option> options;
 };
 
-std::vector<Form> readForms() {
-  std::vector<Form> forms;
+std::vector<Usage> readUsages() {
+  std::vector<Usage> usages;
   for (const std::string_view command : validCommands) {
-    Form bare{std::string(command), "", {}};
+    Usage bare{std::string(command), "", {}};
     for (const CommandOption& row : commandOptions) {
       if (row.command == command) bare.options.push_back({std::string(row.option), row.type});
     }
-    std::vector<Form> withArguments;
+    std::vector<Usage> withArguments;
     for (const CommandArgument& argument : commandArguments) {
       if (argument.command != command) continue;
       withArguments.push_back({bare.command, std::string(argument.argument), {}});
@@ -46,36 +50,49 @@ std::vector<Form> readForms() {
         withArguments.back().options.push_back({std::string(row.option), row.type});
       }
     }
-    if (!needsArgument(command)) forms.push_back(bare);
-    forms.insert(forms.end(), withArguments.begin(), withArguments.end());
+    if (!needsArgument(command)) usages.push_back(bare);
+    usages.insert(usages.end(), withArguments.begin(), withArguments.end());
   }
-  return forms;
+  return usages;
 }
 
-/// Help of one command is not told apart from help of all.
-bool isToldWithHelp(const Form& form) {
-  return form.command == "help" && !form.argument.empty();
+/// Returns whether the entry of help documents the usage too.
+bool belongsToHelp(const Usage& usage) {
+  return usage.command == "help" && !usage.argument.empty();
 }
 
-std::string nameOf(const Form& form) {
-  return form.command + (form.argument.empty() ? "" : ' ' + form.argument);
+std::string nameOf(const Usage& usage) {
+  return usage.command + (usage.argument.empty() ? "" : ' ' + usage.argument);
 }
 
+/// Returns the type as users see it.
 const char* nameOf(OptionType type) {
   switch (type) {
     case OptionType::text:
       return "text";
     case OptionType::truthValue:
-      return "truth";
+      return "0|1";
     case OptionType::uint32:
-      return "uint32";
     case OptionType::uint64:
-      return "uint64";
+      return "number";
   }
   return "";
 }
 
-/// The texts that `textOf` makes of `rows`, with blanks between them; it leaves a row out with "".
+/// Returns the type with its unit, if the option's name does not contain it.
+std::string describe(const Option& option) {
+  const std::pair<const char*, const char*> units[] = {
+      {"samplingInterval", "ms"}, {"historyLength", "samples"}, {"fns", "fraction"}};
+  // A bar would end the table's cell.
+  const bool isTruthValue = option.type == OptionType::truthValue;
+  std::string description = isTruthValue ? "0 or 1" : nameOf(option.type);
+  for (const auto& [name, unit] : units) {
+    if (option.name == name) description += " (" + std::string(unit) + ')';
+  }
+  return description;
+}
+
+/// Returns the texts that `textOf` makes of `rows`, separated by blanks, without the empty ones.
 std::string joined(const auto& rows, const auto& textOf) {
   std::string line;
   for (const auto& row : rows) {
@@ -85,14 +102,14 @@ std::string joined(const auto& rows, const auto& textOf) {
   return line;
 }
 
-/// Functions that print, a word a line: what may follow a command, the command again if it cannot
-/// do without, the options of a command and its argument, each as "name:type", and the flags.
+/// Writes functions that print one word per line: the words that may follow a command, the command
+/// again if it requires an argument, the options of a usage as "name:type", and the flags.
 void writeShell(std::ostream& out, bool fish) {
   const auto function = [&](const char* name) {
     out << (fish ? "function " : "") << name
         << (fish ? "\n  switch \"$argv\"\n" : "() {\n  case \"$*\" in\n");
   };
-  // `pattern` stands as it is; a command without `words` has no entry.
+  // The pattern is not quoted. A command without words has no entry.
   const auto entry = [&](const std::string& pattern, const std::string& words) {
     if (words.empty()) return;
     out << "    " << (fish ? "case " : "") << pattern << (fish ? "\n      " : ") ")
@@ -102,14 +119,14 @@ void writeShell(std::ostream& out, bool fish) {
   const auto quoted = [](const std::string& word) { return "'" + word + "'"; };
   const auto itself = [](std::string_view word) { return word; };
 
-  const std::vector<Form> forms = readForms();
+  const std::vector<Usage> usages = readUsages();
   function("__orskapp_words");
   entry(quoted(""), joined(validCommands, itself));
   for (const std::string_view command : validCommands) {
-    const auto argumentOf = [&](const Form& form) {
-      return form.command == command ? form.argument : std::string();
+    const auto argumentOf = [&](const Usage& usage) {
+      return usage.command == command ? usage.argument : std::string();
     };
-    entry(quoted(std::string(command)), joined(forms, argumentOf));
+    entry(quoted(std::string(command)), joined(usages, argumentOf));
   }
   end();
   function("__orskapp_needs_argument");
@@ -118,9 +135,11 @@ void writeShell(std::ostream& out, bool fish) {
   }
   end();
   function("__orskapp_options");
-  for (const Form& form : forms) {
-    const auto typed = [](const Option& option) { return option.name + ":" + nameOf(option.type); };
-    entry(quoted(nameOf(form)), joined(form.options, typed));
+  for (const Usage& usage : usages) {
+    const auto typed = [&](const Option& option) {
+      return quoted(option.name + ":" + nameOf(option.type));
+    };
+    entry(quoted(nameOf(usage)), joined(usage.options, typed));
   }
   end();
   function("__orskapp_flags");
@@ -128,16 +147,16 @@ void writeShell(std::ostream& out, bool fish) {
   end();
 }
 
-/// The manual's entry for one command and argument, whose text follows in the template. Returns
-/// whether there is such a one. Help's arguments are not told one by one.
+/// Writes the manual's entry for one usage, whose text follows in the template. Returns false if
+/// there is none of that name.
 bool writeManualEntry(std::ostream& out, const std::string& name) {
-  for (const Form& form : readForms()) {
-    if (nameOf(form) != name) continue;
-    out << ".It Cm " << form.command;
-    if (!form.argument.empty()) out << " Cm " << form.argument;
-    if (form.command == "help") out << " Op Ar command";
+  for (const Usage& usage : readUsages()) {
+    if (nameOf(usage) != name) continue;
+    out << ".It Cm " << usage.command;
+    if (!usage.argument.empty()) out << " Cm " << usage.argument;
+    if (usage.command == "help") out << " Op Ar command";
     out << '\n';
-    for (const Option& option : form.options) {
+    for (const Option& option : usage.options) {
       out << ".Fl -" << option.name << " Ar " << nameOf(option.type) << '\n';
     }
     // The text begins a line of its own.
@@ -149,23 +168,24 @@ bool writeManualEntry(std::ostream& out, const std::string& name) {
 
 void writeMarkdown(std::ostream& out) {
   out << "| command | argument | options, each followed by its value |\n|---|---|---|\n";
-  for (const Form& form : readForms()) {
-    if (isToldWithHelp(form)) continue;
-    out << "| `" << form.command << "` | ";
-    if (form.command == "help") out << "a command, or none";
-    if (!form.argument.empty()) out << '`' << form.argument << '`';
+  for (const Usage& usage : readUsages()) {
+    if (belongsToHelp(usage)) continue;
+    out << "| `" << usage.command << "` | ";
+    if (usage.command == "help") out << "a command, or none";
+    if (!usage.argument.empty()) out << '`' << usage.argument << '`';
     out << " |";
-    for (const Option& option : form.options)
-      out << " `--" << option.name << "` " << nameOf(option.type);
+    for (const Option& option : usage.options) {
+      out << " `--" << option.name << "` " << describe(option);
+    }
     out << " |\n";
   }
 }
 
 void writeLines(std::ostream& out) {
-  for (const Form& form : readForms()) {
-    if (form.command == "help") continue;
-    out << nameOf(form);
-    for (const Option& option : form.options) {
+  for (const Usage& usage : readUsages()) {
+    if (usage.command == "help") continue;
+    out << nameOf(usage);
+    for (const Option& option : usage.options) {
       const bool text = option.type == OptionType::text;
       out << " --" << option.name
           << (text ? " a-text-that-is-too-long-for-any-small-string" : " 1");
@@ -174,15 +194,46 @@ void writeLines(std::ostream& out) {
   }
 }
 
-void writeGrammar(std::ostream& out, const std::string& form) {
-  if (form == "markdown") {
-    writeMarkdown(out);
-  } else if (form == "lines") {
-    writeLines(out);
-  } else {
-    writeShell(out, form == "fish");
+void writeTypes(std::ostream& out) {
+  for (const Usage& usage : readUsages()) {
+    if (usage.options.empty()) continue;
+    out << nameOf(usage) << '|';
+    for (const Option& option : usage.options) {
+      const std::string bits = option.type == OptionType::uint64 ? "64" : "";
+      out << " --" << option.name << ' ' << nameOf(option.type) << bits;
+    }
+    out << '\n';
   }
 }
+
+void writeDictionary(std::ostream& out) {
+  std::set<std::string> words(validFlags.begin(), validFlags.end());
+  for (const Usage& usage : readUsages()) {
+    words.insert({usage.command, usage.argument});
+    for (const Option& option : usage.options) words.insert(option.name);
+  }
+  out << "# The words of the grammar, each with the NUL that ends it.\n";
+  for (const std::string& word : words) {
+    if (!word.empty()) out << '"' << word << "\\x00\"\n";
+  }
+}
+
+struct Form {
+  std::string_view name;
+  void (*write)(std::ostream& out);
+};
+
+// clang-format off
+constexpr Form forms[] = {
+    {"bash",       [](std::ostream& out) { writeShell(out, false); }},
+    {"fish",       [](std::ostream& out) { writeShell(out, true); }},
+    {"markdown",   writeMarkdown},
+    {"lines",      writeLines},
+    {"types",      writeTypes},
+    {"dictionary", writeDictionary},
+    {"manual",     [](std::ostream&) {}},
+};
+// clang-format on
 
 void writeMessages(std::ostream& out) {
   const SyncDomainConsoleException errors[] = {NoCmdException(),         InvalidCmdException(),
@@ -197,42 +248,49 @@ void writeMessages(std::ostream& out) {
   }
 }
 
+/// Writes the template `in`. Returns an error, or an empty text.
+std::string fillTemplate(std::istream& in, const Form& form, std::ostream& out) {
+  std::set<std::string> documented;
+  for (std::string line; std::getline(in, line);) {
+    if (line == "@GRAMMAR@") {
+      form.write(out);
+    } else if (line == "%MESSAGES%") {
+      writeMessages(out);
+    } else if (line.starts_with("@FORM ")) {
+      const std::string name = line.substr(6, line.size() - 7);
+      const bool isNew = documented.insert(name).second;
+      if (!isNew || !writeManualEntry(out, name)) return "unknown or repeated: " + name;
+    } else {
+      out << line << '\n';
+    }
+  }
+  for (const Usage& usage : readUsages()) {
+    const bool missing = !belongsToHelp(usage) && !documented.contains(nameOf(usage));
+    if (!documented.empty() && missing) return "the template lacks " + nameOf(usage);
+  }
+  return in.eof() ? "" : "cannot read the template";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2 || argc > 3) {
-    std::cerr << "usage: grammar_writer FORM [TEMPLATE]\n";
+  const auto* const form =
+      std::ranges::find(forms, std::string_view(argc < 2 ? "" : argv[1]), &Form::name);
+  if (form == std::end(forms) || argc > 3) {
+    std::cerr << "usage: grammar_writer FORM [TEMPLATE]\nforms:";
+    for (const Form& known : forms) std::cerr << ' ' << known.name;
+    std::cerr << '\n';
     return 2;
   }
-  const std::string form = argv[1];
-  std::ifstream in(argc == 3 ? argv[2] : "/dev/null");
-  if (argc == 2) writeGrammar(std::cout, form);
-  std::set<std::string> told;
-  for (std::string line; std::getline(in, line);) {
-    if (line == "@GRAMMAR@") {
-      writeGrammar(std::cout, form);
-    } else if (line == "%MESSAGES%") {
-      writeMessages(std::cout);
-    } else if (line.starts_with("@FORM ")) {
-      const std::string name = line.substr(6, line.size() - 7);
-      if (!writeManualEntry(std::cout, name) || !told.insert(name).second) {
-        std::cerr << "grammar_writer: there is no " << name << ", or it is told already\n";
-        return 1;
-      }
-    } else {
-      std::cout << line << '\n';
-    }
+  std::string error;
+  if (argc == 2) {
+    form->write(std::cout);
+  } else {
+    std::ifstream in(argv[2]);
+    error = fillTemplate(in, *form, std::cout);
   }
-  for (const Form& untold : readForms()) {
-    if (!told.empty() && !isToldWithHelp(untold) && !told.contains(nameOf(untold))) {
-      std::cerr << "grammar_writer: " << argv[2] << " does not tell of " << nameOf(untold) << '\n';
-      return 1;
-    }
-  }
-  std::cout.flush();
-  if (!in.eof() || !std::cout) {
-    std::cerr << "grammar_writer: cannot read " << argv[argc - 1] << " or write\n";
-    return 1;
-  }
-  return 0;
+  if (!std::cout.flush()) error = "cannot write";
+  if (error.empty()) return 0;
+  std::cerr << "grammar_writer: " << error << '\n';
+  return 1;
 }

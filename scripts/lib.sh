@@ -35,6 +35,13 @@ arguments() {
   if (($# < least || $# > most)) || [[ ${1:-} == -* ]]; then wrong_arguments "$words"; fi
 }
 
+# scratch_folder: creates the folder $scratch, which is deleted when the script ends, also by a signal.
+scratch_folder() {
+  scratch=$(mktemp -d) || fail "no scratch folder"
+  trap 'rm -rf -- "$scratch"' EXIT
+  trap 'trap - ERR; exit 130' HUP INT TERM
+}
+
 # path NAME: a file's absolute name, as the caller's folder has it.
 path() { (cd "$started_in" && realpath -- "$1"); }
 
@@ -50,7 +57,8 @@ check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck valgrind 
 as_root=()
 ((EUID == 0)) || as_root=(sudo)
 
-# install_packages NAME...: installs the Debian packages that are missing; touches the network only then.
+# install_packages NAME...: installs the Debian packages that are missing; uses the network only then. With
+# ORSKAPP_INSTALL=no, as in a test, missing packages are an error.
 install_packages() {
   local name missing=()
   command -v dpkg-query >/dev/null || fail "dpkg-query not found: this script sets up Debian machines"
@@ -58,6 +66,7 @@ install_packages() {
     [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null || true) == installed ]] || missing+=("$name")
   done
   ((${#missing[@]})) || return 0
+  [[ ${ORSKAPP_INSTALL:-} != no ]] || fail "packages are missing: ${missing[*]}"
   ((EUID == 0)) || command -v sudo >/dev/null ||
     fail "run as root or install sudo: packages are missing: ${missing[*]}"
   echo "Installing: ${missing[*]}"
@@ -76,6 +85,14 @@ build() {
   echo "Building: $1"
   quietly cmake --preset "$1" -Wno-dev "${@:2}"
   quietly cmake --build --preset "$1"
+}
+
+# install_build BUILD PREFIX: installs without writing into the build: its parts' own scripts write no manifest.
+install_build() {
+  local part
+  for part in simulator source packaging; do
+    quietly cmake -DCMAKE_INSTALL_PREFIX="$2" -P "$1/$part/cmake_install.cmake"
+  done
 }
 
 # build_program PRESET: what is installed and no more, for which the tests' packages are not needed.

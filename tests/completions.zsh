@@ -1,19 +1,23 @@
 #!/usr/bin/env -S zsh -f
-# completions.zsh BUILD: installs what BUILD holds into a scratch folder, starts each shell as a user does,
-# in a terminal, and presses TAB and ENTER. What is then run is a program that writes down its words.
+# completions.zsh BUILD: installs what BUILD contains into a scratch folder, starts each shell in a terminal, as a
+# user does, and presses TAB and ENTER. What then runs is a program that writes down its arguments.
 zmodload zsh/zpty
-prefix=$(mktemp -d)
-trap 'rm -rf $prefix' EXIT
-cmake --install $1 --prefix $prefix >/dev/null || exit 1
+prefix=$(mktemp -d) || exit
+TRAPEXIT() { rm -rf -- $prefix }
+TRAPHUP() { exit 130 }
+TRAPINT() { exit 130 }
+TRAPTERM() { exit 130 }
+bash -c 'source "$1/../scripts/lib.sh"; install_build "$2" "$3"' bash ${0:a:h} ${1:a} $prefix || exit
 for name in orskapp orskapp-simulated; do
-  printf '#!/bin/sh\necho "${0##*/} $*" >>%s/log\n' $prefix >$prefix/bin/$name
+  printf '#!/bin/sh\necho "${0##*/} $*" >>"${0%%/*}/../log"\n' >$prefix/bin/$name
 done
-print -r "fpath=($prefix/share/zsh/site-functions \$fpath); autoload -Uz compinit; compinit -u -D" >$prefix/.zshrc
-start=(exec env -i HOME=$prefix ZDOTDIR=$prefix PATH=$prefix/bin:/usr/bin:/bin TERM=xterm LANG=C.UTF-8
+print -r "fpath=(${(q)prefix}/share/zsh/site-functions \$fpath); autoload -Uz compinit; compinit -u -D" >$prefix/.zshrc
+environment=(HOME=$prefix ZDOTDIR=$prefix TMPDIR=$prefix XDG_RUNTIME_DIR=$prefix PATH=$prefix/bin:/usr/bin:/bin TERM=xterm LANG=C.UTF-8
   XDG_DATA_DIRS=$prefix/share:/usr/share)
+start="exec env -i ${(j: :)${(@q)environment}}"
 typeset -A shells=(bash "bash --noprofile --rcfile /usr/share/bash-completion/bash_completion -i" zsh zsh fish fish)
 
-# typed KEYS WORDS: what the keys ran, once they ran it; the first keys again and again until a shell is up.
+# typed KEYS WORDS: checks what the keys ran, once they ran it; repeats the first keys until a shell is up.
 typed() {
   local tries=0 output
   : >$prefix/log
@@ -22,7 +26,7 @@ typed() {
     zpty -r -t shell output
     sleep 0.05
     ((++tries % 100)) || [[ $2 != 'orskapp up' ]] || zpty -w -n shell $1$'\r'
-    ((tries < 1200)) || { print "$shell: nothing is run after ${(q)1}: $output"; return 1 }
+    ((tries < 1200)) || { print "$shell: nothing runs after ${(q)1}: $output"; return 1 }
   done
   [[ "$(head -n 1 $prefix/log)" == "$2" ]] || { print "$shell: ${(q)1} runs: $(<$prefix/log)"; return 1 }
 }

@@ -1,6 +1,7 @@
 # Two Debian packages, one a component.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VENDOR orskapp)
+set(CPACK_PACKAGE_VERSION ${ORSKAPP_VERSION})
 set(CPACK_PACKAGE_CONTACT "orskapp maintainers <maintainers@orskapp.invalid>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -24,7 +25,7 @@ library liborsksapi.so.1, which is not part of this package.")
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_NAME orskapp-simulator)
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS
-  "orskapp (= ${PROJECT_VERSION}-1), libc6 (>= 2.35), libgcc-s1 (>= 3.0), libstdc++6 (>= 12)")
+  "orskapp (= ${ORSKAPP_VERSION}-1), libc6 (>= 2.35), libgcc-s1 (>= 3.0), libstdc++6 (>= 12)")
 set(CPACK_COMPONENT_SIMULATOR_DESCRIPTION "simulated service for the orskapp console
 Stands in for the service's client library, so that operators can rehearse
 sessions and scripts, failures included, without the service.")

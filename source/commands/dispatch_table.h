@@ -14,10 +14,9 @@ struct Action {
   void (*run)(const OptionMap& options, const FlagMap& flags);
 };
 
-/// Whether `table` has a row for each argument that the grammar tables give `command`, and no
-/// other.
+/// Returns whether the rows of `table` are the arguments of `command` in the grammar's tables.
 template <typename Row, std::size_t size>
-constexpr bool carriesOut(const Row (&table)[size], std::string_view command) {
+constexpr bool hasEachArgumentOf(const Row (&table)[size], std::string_view command) {
   const auto isArgument = [command](const Row& row) {
     return std::ranges::count_if(commandArguments, [&](const CommandArgument& argument) {
              return argument.command == command && argument.argument == row.word;
@@ -27,8 +26,8 @@ constexpr bool carriesOut(const Row (&table)[size], std::string_view command) {
          std::ranges::count(commandArguments, command, &CommandArgument::command) == size;
 }
 
-/// Returns the row of `table` for `word`. If there is none, the word passed the grammar's check but
-/// not this table: asserts at `place`, and throws `InvalidArgException` to tell the user.
+/// Returns the row of `table` for `word`. If there is none, which the grammar's check allows,
+/// asserts at `place` and throws `InvalidArgException`.
 template <typename Row, std::size_t size>
 const Row& rowOf(const Row (&table)[size], std::string_view word,
                  const orskdbg_AssertPlace& place) {

@@ -110,7 +110,7 @@ constexpr Action actions[] = {
     {"isCoherentSinceLastChecked", isCoherentSinceLastChecked},
 };
 // clang-format on
-static_assert(carriesOut(actions, "syncDomain"));
+static_assert(hasEachArgumentOf(actions, "syncDomain"), "Add a row for each argument in commandArguments.");
 
 }  // namespace
 

@@ -58,7 +58,7 @@ constexpr Action actions[] = {
     {"correlate", correlate},
 };
 // clang-format on
-static_assert(carriesOut(actions, "timestampCorrelator"));
+static_assert(hasEachArgumentOf(actions, "timestampCorrelator"), "Add a row for each argument in commandArguments.");
 
 }  // namespace
 

@@ -47,6 +47,7 @@ class ScopedStatus : public zuerr_Status {
   ~ScopedStatus() noexcept(false);
 };
 
-static_assert(sizeof(ScopedStatus) == sizeof(zuerr_Status));
+static_assert(sizeof(ScopedStatus) == sizeof(zuerr_Status),
+              "Its address is passed as that of a record: add no members or virtual functions.");
 
 }  // namespace zuerr

@@ -9,15 +9,17 @@
 
 namespace {
 
-/// Room for the end mark and the text's NUL is added to this, so that no size reaches 2^31.
+/// With its NUL and the end mark a text stays below 2^31 bytes.
 constexpr std::uint32_t longestText = 0x7FFF'FFFD;
 constexpr std::uint32_t firstRefusedSize = 0x8000'0000;
 constexpr std::uint32_t smallestBuffer = 512;
 constexpr std::uint32_t largestThatGrows = 0x4000'0000;
 
-/// Requests `size` bytes from the record's callback. A callback that returns true without them is a
-/// failure too: callers count on the room.
-bool ensureCapacity(zuerr_Status* status, std::uint32_t size) {
+/// Ensures room for a text of `length` characters, its NUL and the end mark. A callback that returns
+/// true without that room is a failure too.
+bool ensureRoom(zuerr_Status* status, std::size_t length) {
+  if (length > longestText) return false;
+  const auto size = static_cast<std::uint32_t>(length) + 2;
   if (size > status->capacity && !status->resize(status, size)) return false;
   return status->capacity >= size && status->json != nullptr;
 }
@@ -31,8 +33,7 @@ char* initText(char* buffer, std::uint32_t size, std::string_view text) {
 }
 
 char* setText(zuerr_Status* status, std::string_view text) {
-  if (text.size() > longestText) return nullptr;
-  if (!ensureCapacity(status, static_cast<std::uint32_t>(text.size()) + 2)) return nullptr;
+  if (!ensureRoom(status, text.size())) return nullptr;
   return initText(status->json, status->capacity, text);
 }
 
@@ -114,8 +115,7 @@ char* zuerr_setJson(zuerr_Status* status, const char* text) noexcept {
 }
 
 char* zuerr_reserve(zuerr_Status* status, std::uint32_t room) noexcept {
-  if (room > longestText || !ensureCapacity(status, room + 2)) return nullptr;
-  return jsonbuf_findEnd(status->json);
+  return ensureRoom(status, room) ? jsonbuf_findEnd(status->json) : nullptr;
 }
 
 // NOLINTNEXTLINE(readability-non-const-parameter): positions are what the C interface says.

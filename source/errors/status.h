@@ -41,8 +41,9 @@ struct zuerr_Status {
 };
 
 static_assert(sizeof(zuerr_Status) == 24 && offsetof(zuerr_Status, code) == 0 &&
-              offsetof(zuerr_Status, capacity) == 4 && offsetof(zuerr_Status, resize) == 8 &&
-              offsetof(zuerr_Status, json) == 16);
+                  offsetof(zuerr_Status, capacity) == 4 && offsetof(zuerr_Status, resize) == 8 &&
+                  offsetof(zuerr_Status, json) == 16,
+              "The client library has this layout: do not change the members.");
 
 /// One place where an error is raised. The texts live as long as the program.
 struct zuerr_Site {

@@ -152,37 +152,48 @@ inline constexpr auto argumentOptions = std::to_array<ArgumentOption>({
 
 // clang-format on
 
-/// Whether `word` is one of `words`, byte for byte.
+/// Returns whether `word` is one of `words`, byte for byte.
 template <std::size_t size>
 constexpr bool isOneOf(const std::array<std::string_view, size>& words, std::string_view word) {
   return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-/// Whether a row of `table` is about `command`.
+/// Returns whether a row of `table` is about `command`.
 template <typename Table>
 constexpr bool hasRowOf(const Table& table, std::string_view command) {
   return std::any_of(table.begin(), table.end(),
                      [command](const auto& row) { return row.command == command; });
 }
 
-/// Whether `command` cannot do without an argument word. Without one, help is about all commands.
+/// Returns whether `command` requires an argument. Without one, help is about all commands.
 constexpr bool needsArgument(std::string_view command) {
   return command != "help" && hasRowOf(commandArguments, command);
 }
 
-// The rules that the tables keep among themselves: what a row refers to exists, and a command takes
-// options of its own or an argument.
-static_assert(std::ranges::all_of(commandArguments, [](const CommandArgument& row) {
-  return isOneOf(validCommands, row.command) && isOneOf(validArguments, row.argument);
-}));
-static_assert(std::ranges::all_of(commandOptions, [](const CommandOption& row) {
-  return isOneOf(validCommands, row.command) && !hasRowOf(commandArguments, row.command);
-}));
-static_assert(std::ranges::all_of(argumentOptions, [](const ArgumentOption& row) {
-  return std::ranges::count_if(commandArguments, [&row](const CommandArgument& other) {
-           return row.command == other.command && row.argument == other.argument;
-         }) == 1;
-}));
+// Consistency checks.
+static_assert(std::ranges::all_of(commandArguments,
+                                  [](const CommandArgument& row) {
+                                    return isOneOf(validCommands, row.command) &&
+                                           isOneOf(validArguments, row.argument);
+                                  }),
+              "commandArguments: add the word to validCommands or validArguments.");
+static_assert(
+    std::ranges::all_of(commandOptions,
+                        [](const CommandOption& row) {
+                          return isOneOf(validCommands, row.command) &&
+                                 !hasRowOf(commandArguments, row.command);
+                        }),
+    "commandOptions: add the command to validCommands; with arguments it needs argumentOptions.");
+static_assert(std::ranges::all_of(argumentOptions,
+                                  [](const ArgumentOption& row) {
+                                    return std::ranges::count_if(
+                                               commandArguments,
+                                               [&row](const CommandArgument& other) {
+                                                 return row.command == other.command &&
+                                                        row.argument == other.argument;
+                                               }) == 1;
+                                  }),
+              "argumentOptions: add the argument to commandArguments, once.");
 
 /// The rows of a table from the last to the first, for a range-based loop. Clang 14 does not take
 /// std::views::reverse of the C++ library that it comes with on Debian 12.

@@ -37,7 +37,8 @@ constexpr Command commands[] = {
     {"getApiVersion",       getApiVersion},
 };
 // clang-format on
-static_assert(std::ranges::equal(commands, validCommands, {}, &Command::word));
+static_assert(std::ranges::equal(commands, validCommands, {}, &Command::word),
+              "Add a row for each command in validCommands, in that order.");
 
 }  // namespace
 

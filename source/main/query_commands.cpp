@@ -23,7 +23,7 @@ void getTime(const OptionMap& options, const FlagMap& flags) {
 constexpr Action timescaleActions[] = {
     {"getTime", getTime},
 };
-static_assert(carriesOut(timescaleActions, "timescale"));
+static_assert(hasEachArgumentOf(timescaleActions, "timescale"), "Add a row for each argument in commandArguments.");
 
 struct Kind {
   std::string_view word;
@@ -38,7 +38,7 @@ constexpr Kind kinds[] = {
     {"correlators",     &ApiWrapper::getTimestampCorrelatorInfo},
 };
 // clang-format on
-static_assert(carriesOut(kinds, "list"));
+static_assert(hasEachArgumentOf(kinds, "list"), "Add a row for each argument in commandArguments.");
 
 }  // namespace
 

@@ -19,5 +19,6 @@ struct Timestamp {
 #pragma pack(pop)
 
 static_assert(sizeof(Timestamp) == 17 && offsetof(Timestamp, seconds) == 0 &&
-              offsetof(Timestamp, nanoseconds) == 8 && offsetof(Timestamp, fraction) == 12 &&
-              offsetof(Timestamp, negative) == 16);
+                  offsetof(Timestamp, nanoseconds) == 8 && offsetof(Timestamp, fraction) == 12 &&
+                  offsetof(Timestamp, negative) == 16,
+              "The client library has this layout: do not change the members.");

@@ -81,3 +81,15 @@ install_launcher() {
 }
 # launch LABEL [VARIABLE=VALUE]: asks the launcher that was installed last for the version.
 launch() { show "$1" env "${@:2}" "$launcher" getApiVersion | sed "s|$SCRATCH/||g; s|/bin/\.\.||; s|//*|/|g"; }
+
+# Messages of the console.
+missing_option='ERROR: Missing option to specified command; type "orskapp help [command]" for list of valid arguments and options.'
+repeated_option='ERROR: Too many options provided for specified command; type "orskapp help [command]" for list of valid arguments and options.'
+invalid_argument='ERROR: Invalid argument to specified command; type "orskapp help [command]" for list of valid arguments and options.'
+bad_cast='ERROR: bad lexical cast: source type value could not be interpreted as target'
+
+# fits ARGUMENT...: what check-library reports, without what is well.
+fits() {
+  ORSKAPP_BUILD=$BUILD "$ROOT/scripts/check-library" "$@" 2>&1 |
+    sed "s|$BUILD/lib/||g; s|$LD_LIBRARY_PATH/||g; s|$BUILD/||g; s|$ROOT/scripts/||g; s|$SCRATCH/||g; s|$TMPDIR/[^/]*/||g; /^ok:/d"
+}

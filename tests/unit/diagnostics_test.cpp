@@ -34,6 +34,14 @@ class Trace : public testing::Test {
 };
 
 const std::string blanks28(28, ' ');
+const std::string prefixOfMain = "[   orskapp|" + blanks28 + "main|0007] ";
+
+/// Returns what is written for one line.
+std::string traced(const orskdbg_VarLine& context, const std::string& message) {
+  written.clear();
+  context("%s", message.c_str());
+  return written;
+}
 
 TEST_F(Trace, PrefixHasColumns) {
   struct {
@@ -41,57 +49,40 @@ TEST_F(Trace, PrefixHasColumns) {
     std::int32_t line;
     std::string expected;
   } const rows[] = {
-      {"main", 7, "[   orskapp|" + blanks28 + "main|0007] m1\n"},
-      {"", 0, "[   orskapp|" + blanks28 + "    |0000] m1\n"},
-      {"main", 12345, "[   orskapp|" + blanks28 + "main|2345] m1\n"},
-      {"0123456789012345678901234567890x", 1234, "[   orskapp|0123456789012345678901234567890x|1234] m1\n"},
-      {"-/0123456789012345678901234567890x", 99999, "[   orskapp|0123456789012345678901234567890x|9999] m1\n"},
+      {"main", 7, prefixOfMain},
+      {"", 0, "[   orskapp|" + blanks28 + "    |0000] "},
+      {"main", 12345, "[   orskapp|" + blanks28 + "main|2345] "},
+      {"0123456789012345678901234567890x", 1234, "[   orskapp|0123456789012345678901234567890x|1234] "},
+      {"-/0123456789012345678901234567890x", 99999, "[   orskapp|0123456789012345678901234567890x|9999] "},
   };
-  for (const auto& row : rows) {
-    written.clear();
-    orskdbg_VarLine{row.file, row.line, "\n"}("m%d", 1);
-    EXPECT_EQ(row.expected, written);
-  }
+  for (const auto& row : rows) EXPECT_EQ(row.expected + "m\n", traced({row.file, row.line, "\n"}, "m"));
   orskdbg_componentWidth = 3;
   orskdbg_fileWidth = 0;
   orskdbg_lineWidth = -1;
-  written.clear();
-  orskdbg_VarLine{"main", 7, ""}("m");
-  EXPECT_EQ("[app||] m", written);
+  EXPECT_EQ("[app||] m", traced({"main", 7, ""}, "m"));
 }
 
 TEST_F(Trace, LinesAreCutAt511Characters) {
-  const std::string prefix = "[   orskapp|" + blanks28 + "main|0007] ";
-  struct {
-    std::string terminator;
-    std::size_t length;
-  } const rows[] = {{"\n", 600}, {"\r\n", 600}, {"", 600}, {"\n", 459}, {"\n", 458}, {"\n", 457}};
-  for (const auto& row : rows) {
-    const std::string message(row.length, 'm');
-    const std::string line = prefix + message;
-    written.clear();
-    orskdbg_VarLine{"main", 7, row.terminator.c_str()}("%s", message.c_str());
-    EXPECT_EQ(line.substr(0, 511 - row.terminator.size()) + row.terminator, written);
+  const std::pair<std::string, std::size_t> rows[] = {{"\n", 600}, {"\r\n", 600}, {"", 600},
+                                                      {"\n", 459}, {"\n", 458},   {"\n", 457}};
+  for (const auto& [terminator, length] : rows) {
+    const std::string message(length, 'm');
+    EXPECT_EQ((prefixOfMain + message).substr(0, 511 - terminator.size()) + terminator,
+              traced({"main", 7, terminator.c_str()}, message));
   }
-  written.clear();
-  orskdbg_VarLine{"main", 7, std::string(600, 't').c_str()}("m");
-  EXPECT_EQ(std::string(511, 't'), written);
+  EXPECT_EQ(std::string(511, 't'), traced({"main", 7, std::string(600, 't').c_str()}, "m"));
 }
 
 // Columns wider than the line, and a formatter that fills whatever room it is given.
 TEST_F(Trace, PrefixStaysWithinTheLine) {
   orskdbg_componentWidth = 600;
-  orskdbg_VarLine{"main", 7, "\n"}("m");
-  EXPECT_EQ("[" + std::string(509, ' ') + "\n", written);
+  EXPECT_EQ("[" + std::string(509, ' ') + "\n", traced({"main", 7, "\n"}, "m"));
   orskdbg_componentWidth = 10;
   orskdbg_format = [](char* buffer, std::size_t size, const char*, std::va_list) {
     std::memset(buffer, 'f', size);
     return 0;
   };
-  written.clear();
-  orskdbg_VarLine{"main", 7, "\n"}("m");
-  EXPECT_EQ(511U, written.size());
-  EXPECT_EQ("ff\n", written.substr(508));
+  EXPECT_EQ(prefixOfMain + std::string(510 - prefixOfMain.size(), 'f') + '\n', traced({"main", 7, "\n"}, "m"));
   written.clear();
   orskdbg_printf("m");
   EXPECT_EQ(std::string(511, 'f'), written);
@@ -123,7 +114,7 @@ TEST_F(Trace, PlainLineIsCutWithItsEnd) {
   EXPECT_EQ(std::string(511, 'x'), written);
 }
 
-TEST_F(Trace, AssertionTellsTheHandlerLast) {
+TEST_F(Trace, AssertionCallsTheHandlerLast) {
   orskdbg_assertHandler = [](const orskdbg_VarLine* context, const char* expression) {
     written += std::string(context->file) + std::to_string(context->line) + expression;
   };
@@ -131,8 +122,8 @@ TEST_F(Trace, AssertionTellsTheHandlerLast) {
   ORSK_ASSERT(true, place);
   EXPECT_EQ("", written);
   ORSK_ASSERT(false, place);
-  const std::string prefix = "[   orskapp|" + blanks28 + "main|0007] ";
-  EXPECT_EQ("[orskapp|main|7] !!ASSERT!!\n" + prefix + "ASSERT(false)\n" + prefix + " 100%.\nmain7ASSERT(false)",
+  EXPECT_EQ("[orskapp|main|7] !!ASSERT!!\n" + prefixOfMain + "ASSERT(false)\n" + prefixOfMain +
+                " 100%.\nmain7ASSERT(false)",
             written);
 }
 
@@ -151,10 +142,8 @@ TEST(MonotonicStopWatch, CountsNanosecondsFromItsStart) {
 }
 
 TEST(MonotonicStopWatch, ReportsWholeMilliseconds) {
-  EXPECT_EQ(0, orsktools::wholeMilliseconds(999'999));
-  EXPECT_EQ(1, orsktools::wholeMilliseconds(1'000'000));
-  EXPECT_EQ(1, orsktools::wholeMilliseconds(1'999'999));
-  EXPECT_EQ(0, orsktools::wholeMilliseconds(-999'999));
+  const std::pair<std::int64_t, std::int64_t> rows[] = {{999'999, 0}, {1'000'000, 1}, {1'999'999, 1}, {-999'999, 0}};
+  for (const auto& [nanoseconds, expected] : rows) EXPECT_EQ(expected, orsktools::wholeMilliseconds(nanoseconds));
 }
 
 }  // namespace
