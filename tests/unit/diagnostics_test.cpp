@@ -122,9 +122,9 @@ TEST_F(Trace, AssertionCallsTheHandlerLast) {
   ORSK_ASSERT(true, place);
   EXPECT_EQ("", written);
   ORSK_ASSERT(false, place);
-  EXPECT_EQ("[orskapp|main|7] !!ASSERT!!\n" + prefixOfMain + "ASSERT(false)\n" + prefixOfMain +
-                " 100%.\nmain7ASSERT(false)",
-            written);
+  EXPECT_EQ(
+      "[orskapp|main|7] !!ASSERT!!\n" + prefixOfMain + "ASSERT(false)\n" + prefixOfMain + " 100%.\nmain7ASSERT(false)",
+      written);
 }
 
 TEST(MonotonicStopWatch, CountsNanosecondsFromItsStart) {

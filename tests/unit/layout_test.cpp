@@ -25,32 +25,21 @@ std::size_t slotOf(Function function) {
   return words[0] / sizeof(void*);
 }
 
+template <typename... Functions>
+void expectSlotsFrom(std::size_t slot, Functions... functions) {
+  for (const std::size_t found : {slotOf(functions)...}) EXPECT_EQ(slot++, found);
+}
+
+// The destructor has the first two slots.
 TEST(Layout, OperationsKeepTheirSlots) {
   using A = ApiWrapperInterface;
-  const std::size_t slots[] = {slotOf(&A::getApiVersion),
-                               slotOf(&A::loadResources),
-                               slotOf(&A::unloadResources),
-                               slotOf(&A::timescale_getTime),
-                               slotOf(&A::getCurrentTimescale),
-                               slotOf(&A::timestampCorrelator_create),
-                               slotOf(&A::timestampCorrelator_delete),
-                               slotOf(&A::timestampCorrelator_correlate),
-                               slotOf(&A::syncDomain_create),
-                               slotOf(&A::syncDomain_start),
-                               slotOf(&A::syncDomain_startV2),
-                               slotOf(&A::syncDomain_stop),
-                               slotOf(&A::syncDomain_delete),
-                               slotOf(&A::syncDomain_addSyncableDevice),
-                               slotOf(&A::syncDomain_isCoherent),
-                               slotOf(&A::syncDomain_isCoherentSinceLastChecked),
-                               slotOf(&A::syncDomain_createAndAddDevices),
-                               slotOf(&A::getTimescaleInfo),
-                               slotOf(&A::getSyncableDeviceInfo),
-                               slotOf(&A::getSyncDomainInfo),
-                               slotOf(&A::getTimestampCorrelatorInfo)};
-  // The destructor has the first two slots.
-  std::size_t expected = 2;
-  for (const std::size_t slot : slots) EXPECT_EQ(expected++, slot);
+  expectSlotsFrom(2, &A::getApiVersion, &A::loadResources, &A::unloadResources, &A::timescale_getTime,
+                  &A::getCurrentTimescale, &A::timestampCorrelator_create, &A::timestampCorrelator_delete,
+                  &A::timestampCorrelator_correlate, &A::syncDomain_create, &A::syncDomain_start,
+                  &A::syncDomain_startV2, &A::syncDomain_stop, &A::syncDomain_delete, &A::syncDomain_addSyncableDevice,
+                  &A::syncDomain_isCoherent, &A::syncDomain_isCoherentSinceLastChecked,
+                  &A::syncDomain_createAndAddDevices, &A::getTimescaleInfo, &A::getSyncableDeviceInfo,
+                  &A::getSyncDomainInfo, &A::getTimestampCorrelatorInfo);
   EXPECT_TRUE(std::is_abstract_v<A> && std::has_virtual_destructor_v<A> && sizeof(A) == sizeof(void*));
 }
 
