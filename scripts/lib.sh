@@ -45,13 +45,13 @@ scratch_folder() {
 # path NAME: a file's absolute name, as the caller's folder has it.
 path() { (cd "$started_in" && realpath -- "$1"); }
 
-# What the program and the stand-in library are built with.
+# What the program and the simulator are built with.
 build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
 # What the tests need besides: the shells are those that completions are for, gnuplot draws a recipe's
 # picture.
 test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox)
 # What only contributors and CI need.
-check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck valgrind lintian)
+check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck valgrind lintian dpkg-dev git)
 
 # What goes before a command that only root may run.
 as_root=()

@@ -1,4 +1,4 @@
-# Two Debian packages, one a component.
+# Two Debian packages, one for each component.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VENDOR orskapp)
 set(CPACK_PACKAGE_VERSION ${ORSKAPP_VERSION})
@@ -13,10 +13,11 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 
-# The client library is the site's own business: a dependency on it would name no package.
+# Dependencies come from the files. The client library belongs to no package: the interface stands for it.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/interface)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME orskapp)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION admin)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "libc6 (>= 2.35)")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "orskapp-simulator")
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "console for a time-synchronisation service
 Each run carries out one command on the service, through the service's client
@@ -24,10 +25,9 @@ library liborsksapi.so.1, which is not part of this package.")
 
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_NAME orskapp-simulator)
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_SECTION admin)
-set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS
-  "orskapp (= ${ORSKAPP_VERSION}-1), libc6 (>= 2.35), libgcc-s1 (>= 3.0), libstdc++6 (>= 12)")
+set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS "orskapp (= ${ORSKAPP_VERSION}-1)")
 set(CPACK_COMPONENT_SIMULATOR_DESCRIPTION "simulated service for the orskapp console
-Stands in for the service's client library, so that operators can rehearse
-sessions and scripts, failures included, without the service.")
+Takes the place of the service's client library, so that operators can
+rehearse sessions and scripts, failures included, without the service.")
 
 include(CPack)
