@@ -55,7 +55,7 @@ int logFile() {
   if (file < 0 && path != nullptr) file = open(path, O_WRONLY | O_APPEND | O_CREAT, 0600);
   return file;
 }
-[[maybe_unused]] const int openedLog = logFile();
+[[maybe_unused]] const int openedLog = orskTestLibraryAtWork == nullptr ? logFile() : -1;
 
 void log(const std::string& line) {
   if (logFile() >= 0 && write(logFile(), line.data(), line.size()) < 0) std::abort();
