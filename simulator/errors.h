@@ -63,7 +63,7 @@ inline void report(zuerr_Status* status, const Condition& condition, const char*
                    const char* file = __builtin_FILE(), int line = __builtin_LINE()) noexcept {
   const zuerr_Site site{file, line, "orsksapi-simulator", condition.constant};
   if (!zuerr_setCodeAt(status, condition.code, &site, nullptr)) return;
-  char* position = zuerr_reserve(status, 2);
+  char* position = zuerr_findClosingBrace(status);
   position = zuerr_addString(status, position, "message", condition.message);
   zuerr_addString(status, position, "value", value);
 }

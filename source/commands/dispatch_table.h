@@ -8,7 +8,7 @@
 #include "grammar/grammar_tables.h"
 #include "grammar/parsed_words.h"
 
-/// A row of a command's table of actions.
+/// A row in a command's table of actions.
 struct Action {
   std::string_view word;
   void (*run)(const OptionMap& options, const FlagMap& flags);

@@ -1,7 +1,7 @@
 #pragma once
 
-/// What commands print. A result that could not be written is not a success: each of these throws
-/// `std::runtime_error` with the message "standard output: " and the system's, see strerror(3).
+/// The output of commands. If a line cannot be written, each function throws `std::runtime_error`
+/// with the message "standard output: " and the system's text, see strerror(3).
 
 #include <unistd.h>
 
@@ -11,10 +11,10 @@
 #include "grammar/parsed_words.h"
 #include "output/standard_streams.h"
 
-/// Throws if `error`, from `writeLine` to standard output, is an error number.
+/// Throws if `error` is not 0. It is the result of `writeLine` to standard output.
 void requireWritten(int error);
 
-/// Prints a line made of `parts`.
+/// Prints a line that consists of `parts`.
 template <typename... Parts>
 void printLine(const Parts&... parts) {
   requireWritten(writeLine(STDOUT_FILENO, parts...));

@@ -12,12 +12,12 @@
 
 using orsksapi::ApiWrapper;
 
-// Each action fetches all its options in the order of its rows in the grammar tables, composes,
-// makes its one call and prints.
+// Each action fetches all its options in the order of the grammar's tables, composes the
+// parameters, makes one call and prints.
 
 namespace {
 
-const char* wordFor(bool value) {
+const char* boolText(bool value) {
   return value ? "true" : "false";
 }
 
@@ -68,8 +68,8 @@ void startV2(const OptionMap& options, const FlagMap& flags) {
               timeoutS);
   if (isQuiet(flags)) return;
   printSuccess(flags, "Started Sync Domain where uri = ", uri);
-  printLine(" Save initial coherency = ", wordFor(saveInitialCoherency));
-  printLine(" Wait to become coherent = ", wordFor(waitToBecomeCoherent));
+  printLine(" Save initial coherency = ", boolText(saveInitialCoherency));
+  printLine(" Wait to become coherent = ", boolText(waitToBecomeCoherent));
 }
 
 void stop(const OptionMap& options, const FlagMap& flags) {
@@ -88,13 +88,13 @@ void addSyncableDevice(const OptionMap& options, const FlagMap& flags) {
 void isCoherent(const OptionMap& options, const FlagMap&) {
   const auto uri = getOption<std::string>("uri", options);
   const bool coherent = callService(&ApiWrapper::syncDomain_isCoherent, uri);
-  printLine(wordFor(coherent));
+  printLine(boolText(coherent));
 }
 
 void isCoherentSinceLastChecked(const OptionMap& options, const FlagMap&) {
   const auto uri = getOption<std::string>("uri", options);
   const bool coherent = callService(&ApiWrapper::syncDomain_isCoherentSinceLastChecked, uri);
-  printLine(wordFor(coherent));
+  printLine(boolText(coherent));
 }
 
 // clang-format off
@@ -110,7 +110,8 @@ constexpr Action actions[] = {
     {"isCoherentSinceLastChecked", isCoherentSinceLastChecked},
 };
 // clang-format on
-static_assert(hasEachArgumentOf(actions, "syncDomain"), "Add a row for each argument in commandArguments.");
+static_assert(hasEachArgumentOf(actions, "syncDomain"),
+              "Add a row for each argument in commandArguments.");
 
 }  // namespace
 

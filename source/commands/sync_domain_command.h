@@ -4,7 +4,7 @@
 
 #include "grammar/parsed_words.h"
 
-/// Carries out the `syncDomain` command's `action`. Throws what `getOption` and `callService`
-/// throw, and `InvalidArgException` for a word that is not one of its actions.
+/// Executes an `action` of the `syncDomain` command. Throws what `getOption` and `callService`
+/// throw, and `InvalidArgException` for another command's action.
 void runSyncDomainCommand(const std::string& action, const OptionMap& options,
                           const FlagMap& flags);

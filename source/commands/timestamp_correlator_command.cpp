@@ -12,8 +12,8 @@
 
 using orsksapi::ApiWrapper;
 
-// Each action fetches all its options in the order of its rows in the grammar tables, composes,
-// makes its one call and prints.
+// Each action fetches all its options in the order of the grammar's tables, composes the
+// parameters, makes one call and prints.
 
 namespace {
 
@@ -58,7 +58,8 @@ constexpr Action actions[] = {
     {"correlate", correlate},
 };
 // clang-format on
-static_assert(hasEachArgumentOf(actions, "timestampCorrelator"), "Add a row for each argument in commandArguments.");
+static_assert(hasEachArgumentOf(actions, "timestampCorrelator"),
+              "Add a row for each argument in commandArguments.");
 
 }  // namespace
 

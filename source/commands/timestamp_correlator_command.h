@@ -4,7 +4,7 @@
 
 #include "grammar/parsed_words.h"
 
-/// Carries out the `timestampCorrelator` command's `action`. Throws what `getOption` and
-/// `callService` throw, and `InvalidArgException` for a word that is not one of its actions.
+/// Executes an `action` of the `timestampCorrelator` command. Throws what `getOption` and
+/// `callService` throw, and `InvalidArgException` for another command's action.
 void runTimestampCorrelatorCommand(const std::string& action, const OptionMap& options,
                                    const FlagMap& flags);

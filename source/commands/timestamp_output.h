@@ -4,6 +4,6 @@
 
 #include "service/timestamp.h"
 
-/// Prints a line of `label` and `timestamp`: seconds, ".", at least nine digits of nanoseconds and
-/// the fraction word. Throws what `printLine` throws.
-void printTimestamp(const Timestamp& timestamp, std::string_view label = "");
+/// Prints `label` and `timestamp`: seconds, ".", at least nine digits of nanoseconds, and the
+/// fraction. Throws what `printLine` throws.
+void printTimestamp(const Timestamp& timestamp, std::string_view label);

@@ -4,20 +4,20 @@
 
 namespace orsktools {
 
-/// Current time of the monotonic clock, in nanoseconds; see clock_gettime(2).
+/// Returns the time of the monotonic clock in nanoseconds, see clock_gettime(2).
 std::int64_t monotonicNowNs();
 
-/// Whole milliseconds in a span of nanoseconds, truncated toward zero.
+/// Returns the whole milliseconds in a number of nanoseconds, truncated toward zero.
 constexpr std::int64_t wholeMilliseconds(std::int64_t nanoseconds) {
   return nanoseconds / 1'000'000;
 }
 
-/// Runs from its construction on, on a clock that changes of the wall-clock time leave alone.
+/// A stopwatch that starts at its construction. Changes of the wall-clock time do not affect it.
 class MonotonicStopWatch final {
  public:
   MonotonicStopWatch() : startNs(monotonicNowNs()) {}
 
-  /// Starts anew from zero.
+  /// Starts again.
   virtual void start();
 
   /// Start time in nanoseconds of the monotonic clock.

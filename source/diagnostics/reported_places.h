@@ -1,7 +1,7 @@
 #pragma once
 
-/// The names and places that the program puts into its reports. Support staff look a place up by
-/// its file and line, so these are identifiers that never change: they do not follow our source.
+/// The names and places in the program's reports. Support staff look up a place by its file and
+/// line, so these identifiers never change, even if the source does.
 
 #include "diagnostics/trace.h"
 

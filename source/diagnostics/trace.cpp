@@ -23,7 +23,7 @@ char* writeText(char* position, std::size_t room, const char* text) {
   return writeBytes(position, room, text, std::strlen(text));
 }
 
-/// Writes `text` right-aligned in a column; of a longer text the end.
+/// Writes `text` right-aligned in a column, or the end of a longer text.
 char* writeColumn(char* position, std::size_t room, const char* text, int columnWidth, char fill) {
   const auto width = static_cast<std::size_t>(std::max(columnWidth, 0));
   const std::size_t length = std::strlen(text);
@@ -63,7 +63,7 @@ constexpr orskdbg_PrefixWriter defaultPrefixWriters[] = {
     writeSeparator, writeLine,      writeClosing,   nullptr,
 };
 
-/// The failed command is ended by the dispatcher that asserted, which knows what to tell the user.
+/// Does nothing: the dispatcher that asserted reports the error.
 void returnToDispatcher(const orskdbg_VarLine*, const char*) {}
 
 void writeToStandardError(const char* line) {
@@ -114,7 +114,7 @@ void orskdbg_assertFailed(const orskdbg_AssertPlace& place, const char* expressi
   orskdbg_printf("[%s|%s|%d] !!ASSERT!!\n", reported::componentName, place.file, place.line);
   const orskdbg_VarLine traceLine{place.file, place.line, "\n"};
   traceLine("%s", expression);
-// The message is the format: the places that assert are constants of ours.
+// The message is the format. All places are constants of this program.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #pragma GCC diagnostic ignored "-Wformat-security"

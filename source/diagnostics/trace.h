@@ -2,14 +2,14 @@
 
 /// Trace lines on standard error, and the program's assertion.
 ///
-/// Everything goes through the hooks below. They are set before the first line is written, if at
-/// all, and read without locking. What does not fit a line of 511 characters is cut.
+/// All output uses the hooks below, which are read without locking: set them before the first line.
+/// A line has at most 511 characters and is truncated.
 
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 
-/// Where a trace line comes from, and how it ends. The texts outlive it.
+/// The place of a trace line, and its end. The texts must outlive it.
 struct orskdbg_VarLine {
   const char* file;
   std::int32_t line;
@@ -19,24 +19,24 @@ struct orskdbg_VarLine {
   __attribute__((format(printf, 2, 3))) void operator()(const char* format, ...) const;
 };
 
-/// A trace context for lines that are kept instead of written. The program itself makes none.
+/// A trace context for lines that are stored. The program has no object of it.
 class orskdbg_VarLineToBuffer : public orskdbg_VarLine {};
 
-/// Writes its piece of a line's prefix at `position`, where `room` bytes are left, and a NUL after
-/// it. Returns the position of that NUL.
+/// Writes a part of a line's prefix and a NUL at `position`, where `room` bytes are left. Returns
+/// the position of the NUL.
 using orskdbg_PrefixWriter = char* (*)(char* position, std::size_t room,
                                        const orskdbg_VarLine* context);
 
-/// Told of a failed assertion after its lines were written. If it returns, the run goes on after
-/// the assertion.
+/// Called after the lines of a failed assertion. If it returns, the program continues behind the
+/// assertion.
 extern void (*orskdbg_assertHandler)(const orskdbg_VarLine* context, const char* expression);
-/// The writers of a line's prefix in order, ended by a null pointer.
+/// The writers of a line's prefix, then a null pointer.
 extern const orskdbg_PrefixWriter* orskdbg_prefixWriters;
 /// Widths of the prefix's columns in characters.
 extern int orskdbg_lineWidth;
 extern int orskdbg_fileWidth;
 extern int orskdbg_componentWidth;
-/// Takes a finished line.
+/// Writes a line.
 extern void (*orskdbg_write)(const char* line);
 /// Formats as vsnprintf(3).
 extern int (*orskdbg_format)(char* buffer, std::size_t size, const char* format,
@@ -45,7 +45,7 @@ extern int (*orskdbg_format)(char* buffer, std::size_t size, const char* format,
 /// Writes one line without a prefix, formatted as by printf(3).
 __attribute__((format(printf, 1, 2))) void orskdbg_printf(const char* format, ...);
 
-/// A place that asserts, as it is reported: `file` and `line` are a fixed identifier.
+/// The reported place of an assertion: `file` and `line` are a fixed identifier.
 struct orskdbg_AssertPlace {
   const char* file;
   std::int32_t line;

@@ -1,20 +1,20 @@
 #pragma once
 
-/// Errors in the command line, each with its one message for the user.
+/// Errors in the command line, each with its fixed message.
 
 #include <stdexcept>
 #include <string>
 
-/// Base of the command-line errors; `what()` is the message given at construction.
+/// Base of the command-line errors. `what()` returns the message.
 class SyncDomainConsoleException : public std::runtime_error {
  public:
   explicit SyncDomainConsoleException(const char* message) : std::runtime_error(message) {}
 
-  /// A second text, reserved; empty in every error of this program.
+  /// A second text. Reserved and always empty.
   std::string detail;
 };
 
-// clang-format off: every message stands on a line of its own, to be found.
+// clang-format off
 
 /// Nothing follows the program name.
 class NoCmdException : public SyncDomainConsoleException {
@@ -25,7 +25,7 @@ class NoCmdException : public SyncDomainConsoleException {
       : SyncDomainConsoleException(message) {}
 };
 
-/// The command word is not a command.
+/// The first word is not a command.
 class InvalidCmdException : public SyncDomainConsoleException {
  public:
   explicit InvalidCmdException(
@@ -34,7 +34,7 @@ class InvalidCmdException : public SyncDomainConsoleException {
       : SyncDomainConsoleException(message) {}
 };
 
-/// A command that needs an argument word has none.
+/// A command that requires an argument has none.
 class MissingArgException : public SyncDomainConsoleException {
  public:
   explicit MissingArgException(const char* message =
@@ -43,7 +43,7 @@ class MissingArgException : public SyncDomainConsoleException {
       : SyncDomainConsoleException(message) {}
 };
 
-/// An argument word is unknown, or not one of its command's.
+/// An argument is unknown, or belongs to another command.
 class InvalidArgException : public SyncDomainConsoleException {
  public:
   explicit InvalidArgException(const char* message =
@@ -52,7 +52,7 @@ class InvalidArgException : public SyncDomainConsoleException {
       : SyncDomainConsoleException(message) {}
 };
 
-/// An option that the command reads is absent.
+/// A required option is missing.
 class MissingOptionException : public SyncDomainConsoleException {
  public:
   explicit MissingOptionException(const char* message =
@@ -61,7 +61,7 @@ class MissingOptionException : public SyncDomainConsoleException {
       : SyncDomainConsoleException(message) {}
 };
 
-/// An option that the command reads is given more than once.
+/// An option occurs more than once.
 class TooManyOptionsException : public SyncDomainConsoleException {
  public:
   explicit TooManyOptionsException(

@@ -2,9 +2,9 @@
 
 #include "errors/json_text_buffer.h"
 
-/// Tries `insert(position)` until it succeeds, moving on to the same position in a larger buffer
-/// each time it finds no room. Returns what the insert returned, or null when `position` is null or
-/// the grower (which may be null) does not grow.
+/// Calls `insert(position)` until it succeeds, each time at the same position in a larger buffer.
+/// Returns the result of the insert, or null if `position` is null or the buffer does not grow. The
+/// grower may be null.
 template <typename Insert>
 char* insertGrowing(char* position, const JsonGrower* grower, Insert insert) noexcept {
   while (position != nullptr) {

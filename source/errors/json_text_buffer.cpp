@@ -52,7 +52,7 @@ char* skipDigits(char* position) {
   return position;
 }
 
-/// The letter after the backslash where a byte has a two-character escape, else 0.
+/// Returns the letter of a two-character escape, or 0 if the byte has none.
 char escapeLetter(char character) {
   switch (character) {
     case '\b':
@@ -77,7 +77,7 @@ bool needsHexEscape(char character) {
   return isControl(character) || character == 0x7F;
 }
 
-/// Length of `"key":`, 0 without a key.
+/// Returns the length of `"key":`, or 0 without a key.
 std::size_t keyLength(const char* key) {
   return key == nullptr ? 0 : jsonbuf_escapedLength(key) + 3;
 }
@@ -96,7 +96,7 @@ char* writeKey(char* position, const char* key) {
   return position;
 }
 
-/// Inserts a member whose value is the `length` bytes at `value`, taken as they are.
+/// Inserts a member with the unescaped `length` bytes at `value`.
 char* insertRaw(char* position, const char* key, const char* value, std::size_t length) {
   position = jsonbuf_makeRoom(position, keyLength(key) + length);
   if (position == nullptr) return nullptr;
@@ -105,7 +105,7 @@ char* insertRaw(char* position, const char* key, const char* value, std::size_t 
   return position + length;
 }
 
-/// Whether the closing bracket at `position` closes a container that holds nothing.
+/// Returns whether the closing bracket at `position` closes an empty container.
 bool closesEmptyContainer(const char* position) {
   const char* before = position - 1;
   while (isWhitespace(*before)) --before;
@@ -117,16 +117,16 @@ bool needsCommaBefore(const char* position) {
   return !(isClosingBracket(*position) && closesEmptyContainer(position));
 }
 
-/// Number of free bytes from `position`, which follows the text's NUL; counts no further than
-/// `enough`.
+/// Returns the number of free bytes from `position` on, which is behind the text's NUL, or `enough`
+/// if there are more.
 std::size_t countFreeBytes(const char* position, std::size_t enough) {
   std::size_t count = 0;
   while (count < enough && position[count] != endMark) ++count;
   return count;
 }
 
-// The scan functions below take the position where their token starts and return the one after it,
-// or null if there is no such token. The text's NUL belongs to no token, so none reads beyond it.
+// Each scan function takes the position of a token and returns the position behind it, or null if
+// the token is another one. No token contains a NUL, so no function reads behind the text.
 
 char* scanEscape(char* position) {
   ++position;
@@ -182,7 +182,8 @@ char* scanScalar(char* position) {
   }
 }
 
-/// What precedes a value in a container: in an object the key and its colon, in an array nothing.
+/// Skips the key and the colon in an object, and blanks. Returns the position of the value, or
+/// null.
 char* scanToValue(char* position, char closingBracket) {
   position = skipWhitespace(position);
   if (closingBracket == ']') return position;
@@ -192,11 +193,10 @@ char* scanToValue(char* position, char closingBracket) {
   return *position == ':' ? skipWhitespace(position + 1) : nullptr;
 }
 
-/// `jsonbuf_findEnd`, but throws if there is no memory.
+/// Does the same as `jsonbuf_findEnd`, but throws if memory runs out.
 char* findEnd(char* buffer) {
   if (!isOpeningBracket(*buffer)) return nullptr;
-  // The closing brackets still to come, innermost last. On the heap, since the nesting of a text
-  // from outside must not decide over the call stack.
+  // The expected closing brackets, innermost last. Recursion would let a text exhaust the stack.
   std::vector<char> pending;
   for (char* position = buffer; position != nullptr;) {
     if (isOpeningBracket(*position)) {
@@ -211,7 +211,7 @@ char* findEnd(char* buffer) {
       if (position == nullptr) return nullptr;
       position = skipWhitespace(position);
     }
-    // Here a value is complete, or its container is empty: containers close or a comma goes on.
+    // A value or an empty container is complete. Closing brackets or a comma follow.
     while (*position == pending.back()) {
       pending.pop_back();
       if (pending.empty()) return position;

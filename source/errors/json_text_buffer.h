@@ -1,65 +1,61 @@
 #pragma once
 
-/// A JSON text kept in a caller-supplied buffer and edited in place.
+/// A JSON text in a buffer of the caller, edited in place.
 ///
 /// Layout of a buffer of `size` bytes, shared byte for byte with the service library:
-/// 1. a JSON text, normally one object, from byte 0 on, ended by a NUL; an empty description is
-/// "{}";
+/// 1. a JSON text, normally one object, from byte 0 on, then a NUL; the empty text is "{}";
 /// 2. zero bytes from there up to the second-to-last byte;
 /// 3. the end mark 'J' in the last byte.
 ///
-/// The free room is what lies between the text's NUL and the end mark, so no size travels with a
-/// position: a position is a `char*` into a buffer laid out as above. A text of L characters needs
-/// a buffer of at least L + 2 bytes.
+/// A position is a `char*` into such a buffer. It needs no size: the free bytes end at the end
+/// mark. A text of L characters needs a buffer of at least L + 2 bytes.
 ///
 /// Contract of every routine:
-/// 1. the caller owns the buffer; nothing is allocated for it, moved or released here;
-/// 2. failure is a null result, and a failed insert has changed nothing; a null position fails;
-/// 3. keys and values are NUL-terminated bytes and are escaped when written; no blank is written;
-/// 4. an insert returns a position at the character that followed the insertion point, so inserts
-///    at the returned positions append members one after another.
+/// 1. The caller owns the buffer. No routine allocates, moves or releases it.
+/// 2. On failure the result is null and the buffer has not changed. A null position fails.
+/// 3. Keys and values are NUL-terminated and are escaped. No blanks are written.
+/// 4. An insert returns the position behind what it inserted, so that the next insert there
+/// appends.
 
 #include <cstddef>
 #include <string>
 
 extern "C" {
 
-/// A caller's way to enlarge the buffer that a position points into.
+/// A function of the caller that enlarges the buffer.
 struct JsonGrower {
   /// Returns the same position in a larger buffer, or null. A null function never grows.
   char* (*function)(char* position, void* context);
-  /// Handed to `function` as it is; not owned.
+  /// Passed to `function`; not owned.
   void* context;
 };
 
-/// Length in bytes of `text` after escaping.
+/// Returns the length of the escaped `text` in bytes.
 std::size_t jsonbuf_escapedLength(const char* text) noexcept;
 
-/// Writes `text` escaped to `destination`, which has room for `jsonbuf_escapedLength(text)` bytes.
-/// Writes no NUL. Returns the position after the last byte written.
+/// Writes the escaped `text` to `destination`, which has room for `jsonbuf_escapedLength(text)`
+/// bytes. Writes no NUL. Returns the position after the last byte.
 ///
-/// Escaped are: the two-character escapes of RFC 8259 but the slash's, and as \u00xx in lower case
-/// the other bytes below 0x20 and 0x7F. Every other byte is copied.
+/// Uses the two-character escapes of RFC 8259 except that of the slash, and \u00xx in lower case
+/// for the other bytes below 0x20 and for 0x7F. Copies all other bytes.
 char* jsonbuf_escape(char* destination, const char* text) noexcept;
 
-/// Lays `text` (null: the text that `buffer` already holds) out in a buffer of `size` bytes.
-/// Returns the position of the text's last character (for an empty text, of its NUL), or null if
-/// the text and its NUL leave no byte for the end mark.
+/// Initialises a buffer of `size` bytes with `text` (null: the text in the buffer). Returns the
+/// position of the text's last character, or of the NUL of an empty text. Returns null if the text,
+/// its NUL and the end mark do not fit.
 char* jsonbuf_init(char* buffer, std::size_t size, const char* text) noexcept;
 
-/// Returns the position of the closing bracket of the object or array that `buffer` starts with,
-/// or null if it does not start with one or it is not well formed. What follows it is not looked
-/// at. Numbers are taken more loosely than in RFC 8259 (runs of digits may be empty, leading zeros
-/// stand), and bytes from 0x80 on are not checked. Nesting costs one byte of heap a level; null if
-/// that cannot be had.
+/// Returns the position of the closing bracket of the object or array at the start of `buffer`.
+/// Returns null if there is none, if it is not well formed, or if memory runs out: each level of
+/// nesting needs one byte. Ignores what follows. Accepts more numbers than RFC 8259 (digits may be
+/// missing, leading zeros are allowed) and all bytes from 0x80 on.
 char* jsonbuf_findEnd(char* buffer) noexcept;
 
-/// Opens room for `n` characters and for the comma that must part them from their neighbour.
-/// `position` is at a closing bracket (the room opens before it), at the text's NUL (before it, and
-/// never with a comma) or at an opening bracket (after it, as the container's first member). A
-/// closing bracket is a position only if something but blanks stands before it in the buffer; the
-/// text " ]", which is no JSON, has none.
-/// Returns where the caller writes exactly `n` characters, or null if there is no room.
+/// Makes room for `n` characters and, if necessary, a comma. Returns the position at which the
+/// caller writes exactly `n` characters, or null if there is no room. `position` is one of:
+/// - a closing bracket: the room is before it. A non-blank byte must precede it in the buffer.
+/// - the text's NUL: the room is before it, without a comma.
+/// - an opening bracket: the room is after it, for the first member.
 char* jsonbuf_makeRoom(char* position, std::size_t n) noexcept;
 
 /// Inserts the string member `key` (null: a bare string).
@@ -74,20 +70,20 @@ char* jsonbuf_insertInt(char* position, const char* key, int value) noexcept;
 /// Returns the position just after its "{}".
 char* jsonbuf_insertObject(char* position, const char* key) noexcept;
 
-/// Steps from an object's closing brace out into the enclosing container; null stays null.
+/// Returns the position behind an object's closing brace, or null for null.
 char* jsonbuf_leaveObject(char* position) noexcept;
 
-/// As `jsonbuf_insertString`, growing the buffer while it has no room.
+/// Does the same as `jsonbuf_insertString`, and grows the buffer if there is no room.
 char* jsonbuf_insertStringGrowing(char* position, const char* key, const char* value,
                                   const JsonGrower* grower) noexcept;
 
-/// As `jsonbuf_insertObject`, growing the buffer while it has no room. Returns the position of the
-/// new object's closing brace, where its members are inserted.
+/// Does the same as `jsonbuf_insertObject`, and grows the buffer if there is no room. Returns the
+/// position of the new object's closing brace, where members are inserted.
 char* jsonbuf_insertObjectGrowing(char* position, const char* key,
                                   const JsonGrower* grower) noexcept;
 
 }  // extern "C"
 
-/// The same for a value held as a `std::string`, up to its first NUL.
+/// Does the same for a `std::string`, up to its first NUL.
 char* jsonbuf_insertStringGrowing(char* position, const char* key, const std::string& value,
                                   const JsonGrower* grower) noexcept;

@@ -28,7 +28,7 @@ ScopedStatus::~ScopedStatus() noexcept(false) {
   }
   Exception error;
   zuerr_merge(&error.status, this, nullptr);
-  // A text under the library's own callback was copied and is still this record's.
+  // This record still owns a text under the library's own callback, which was copied.
   zuerr_release(this);
   throw Exception(error);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-/// Errors that travel in a status record: what the service library reports, and the front end's
-/// own option errors.
+/// Exceptions with a status record: errors of the client library, and malformed options.
 
 #include <exception>
 
@@ -9,8 +8,8 @@
 
 namespace zuerr {
 
-/// Owns a status record. Copying moves the text to the copy and changes the source, as
-/// `zuerr_merge` does; the source keeps its code.
+/// Owns a status record. A copy takes the text from the source, see `zuerr_merge`; the source keeps
+/// its code.
 class ExceptionBase {
  public:
   ExceptionBase() noexcept = default;
@@ -18,13 +17,13 @@ class ExceptionBase {
   ExceptionBase& operator=(const ExceptionBase&) = delete;
   virtual ~ExceptionBase();
 
-  /// The record's JSON text, or "" when it has none; valid while the exception lives.
+  /// Returns the record's JSON text, or "" if there is none. Valid while the exception exists.
   virtual const char* what() const noexcept;
 
   zuerr_Status status = zuerr_initialStatus;
 };
 
-/// The thrown type. Always thrown as a copy of a local one, which hands its text over.
+/// The thrown type. Thrown by copy; the copy takes the text.
 class Exception : public virtual std::exception, public virtual ExceptionBase {
  public:
   Exception() noexcept = default;
@@ -35,10 +34,10 @@ class Exception : public virtual std::exception, public virtual ExceptionBase {
   const char* what() const noexcept override;
 };
 
-/// The status record of one library call, whose scope spans the call and nothing else: its address
-/// is the call's last argument. The end of the scope throws `zuerr::Exception`, with the record's
-/// text, if the library left an error and no other exception is in flight; else it drops the
-/// record's text. Either way a buffer under the library's own callback is released through it.
+/// The status record of one library call. Its address is the call's last argument, and its scope
+/// contains only the call. The end of the scope throws `zuerr::Exception` with the record's text if
+/// the code is negative and no other exception is in flight. Otherwise it releases the text. A
+/// buffer under the library's own callback is released through that callback.
 class ScopedStatus : public zuerr_Status {
  public:
   ScopedStatus() noexcept : zuerr_Status(zuerr_initialStatus) {}

@@ -15,8 +15,8 @@ constexpr std::uint32_t firstRefusedSize = 0x8000'0000;
 constexpr std::uint32_t smallestBuffer = 512;
 constexpr std::uint32_t largestThatGrows = 0x4000'0000;
 
-/// Ensures room for a text of `length` characters, its NUL and the end mark. A callback that returns
-/// true without that room is a failure too.
+/// Ensures room for a text of `length` characters, its NUL and the end mark. A callback that
+/// returns true without that room is a failure too.
 bool ensureRoom(zuerr_Status* status, std::size_t length) {
   if (length > longestText) return false;
   const auto size = static_cast<std::uint32_t>(length) + 2;

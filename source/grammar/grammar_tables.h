@@ -1,16 +1,17 @@
 #pragma once
 
-/// The fixed vocabulary of the command line: which words are commands, arguments and flags, and
-/// which arguments and options each command takes.
+/// The vocabulary of the command line: commands, arguments and flags, and the arguments and options
+/// of each command.
 ///
-/// The rows of one command, and the options of one argument, stand in the order in which handlers
-/// read them. Help visits them newest first, that is from the last row to the first.
+/// Handlers read the options of a command or an argument in the order of the rows. Help prints the
+/// rows from the last to the first.
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-/// How the text of an option is read; see `getOption`.
+/// The type of an option's value, for documents and tests. The program reads an option with the
+/// type that its handler passes to `getOption`; a test compares the two.
 enum class OptionType { text, truthValue, uint32, uint64 };
 
 struct CommandArgument {
@@ -52,7 +53,7 @@ inline constexpr auto validCommands = std::to_array<std::string_view>({
     "getApiVersion",
 });
 
-/// The words that may follow a command, whichever command it is.
+/// The words that may follow any command.
 inline constexpr auto validArguments = std::to_array<std::string_view>({
     // commands
     "loadResources", "unloadResources", "timestampCorrelator", "syncDomain", "timescale",
@@ -108,7 +109,7 @@ inline constexpr auto commandOptions = std::to_array<CommandOption>({
 
 inline constexpr std::string_view nullTimescaleHint =
     "  (For automatic timescaleUri selection, supply \"null\") ";
-/// The backslashes are part of the text: they show how a shell word holds the quotes.
+/// The backslashes are part of the text: a shell needs them in a word in double quotes.
 inline constexpr std::string_view remoteHostsHint = R"(  (e.g. [\"192.0.2.1\",\"192.0.2.2\"]))";
 
 inline constexpr auto argumentOptions = std::to_array<ArgumentOption>({
@@ -195,8 +196,8 @@ static_assert(std::ranges::all_of(argumentOptions,
                                   }),
               "argumentOptions: add the argument to commandArguments, once.");
 
-/// The rows of a table from the last to the first, for a range-based loop. Clang 14 does not take
-/// std::views::reverse of the C++ library that it comes with on Debian 12.
+/// The rows of a table from the last to the first, for a range-based loop. Clang 14 rejects
+/// std::views::reverse of Debian 12's C++ library.
 template <typename Table>
 struct NewestFirst {
   const Table& table;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Help has no result to lose: where it cannot be written nobody reads it.
+/// Ignores a failed write: help has no result that could be lost.
 template <typename... Parts>
 void printHelpLine(const Parts&... parts) {
   writeLine(STDOUT_FILENO, parts...);

@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// Prints the help block of `command` from the grammar tables: its name, its arguments, their
-/// options. A word that is no command gets a block of its name alone.
+/// Prints the help of `command`: its name, its arguments and their options. For a word that is not
+/// a command, prints only the word.
 void printCommandHelp(const std::string& command);

@@ -1,22 +1,22 @@
 #pragma once
 
-/// What the words of a command line become.
+/// The parsed words of a command line.
 
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-/// The argument words in order; commands read the first one only.
+/// The arguments in order. Commands use only the first one.
 using ArgumentList = std::vector<std::string>;
 
-/// Flag word, dash included, to whether it was given; holds every word of `validFlags`.
+/// Maps each flag in `validFlags`, with its dash, to whether it occurs.
 using FlagMap = std::unordered_map<std::string, bool>;
 
-/// Whether confirmations are suppressed.
+/// Returns whether confirmations are suppressed.
 bool isQuiet(const FlagMap& flags);
 
-/// Whether the time that the command took is printed.
+/// Returns whether the duration of the command is printed.
 bool isTimed(const FlagMap& flags);
 
-/// Option name, without its dashes, to value text as typed; every occurrence is stored.
+/// Maps the name of each option, without dashes, to its value. Contains every occurrence.
 using OptionMap = std::unordered_multimap<std::string, std::string>;

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A flag counts wherever it stands, even where it is also taken as an option's value.
+/// Finds flags everywhere, even as the value of an option.
 FlagMap readFlags(std::span<const char* const> words) {
   FlagMap flags;
   for (const std::string_view flag : validFlags) flags.emplace(flag, false);

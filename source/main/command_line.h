@@ -5,7 +5,7 @@
 
 #include "grammar/parsed_words.h"
 
-/// A command line, read whole and checked as far as words can be checked without carrying it out.
+/// A parsed command line.
 struct CommandLine {
   std::string command;
   ArgumentList arguments;
@@ -13,7 +13,7 @@ struct CommandLine {
   OptionMap options;
 };
 
-/// Reads the arguments of main(). `argc` may be 0.
-/// Throws `NoCmdException`, `InvalidCmdException` or `InvalidArgException` for the first word that
-/// is missing or unknown, and what `readOptions` throws.
+/// Parses the arguments of main(). `argc` may be 0. Throws `NoCmdException`, `InvalidCmdException`
+/// or `InvalidArgException` for the first word that is missing or unknown, and what `readOptions`
+/// throws.
 CommandLine readCommandLine(int argc, const char* const* argv);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// `argument` is the first argument word, or empty, which no argument word is.
+/// `argument` is empty if the line has no argument.
 struct Command {
   std::string_view word;
   void (*run)(const std::string& argument, const OptionMap& options, const FlagMap& flags);
@@ -33,7 +33,7 @@ constexpr Command commands[] = {
     {"syncDomain",          runSyncDomainCommand},
     {"timescale",           runTimescaleCommand},
     {"getCurrentTimescale", getCurrentTimescale},
-    {"list",                runListCommand},
+    {"list",                listServiceObjects},
     {"getApiVersion",       getApiVersion},
 };
 // clang-format on

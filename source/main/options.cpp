@@ -23,15 +23,14 @@ struct DebugMember {
   const char* value;
 };
 
-/// Throws an error raised at `site`, explained by the members of "orskconsoleapp_debug".
+/// Throws an error at `site` with the members in "orskconsoleapp_debug".
 [[noreturn]] void throwOptionError(const zuerr_Site& site,
                                    std::initializer_list<DebugMember> members) {
   zuerr::Exception error;
   zuerr_Status* const status = &error.status;
   if (zuerr_setCodeAt(status, invalidParameterCode, &site, nullptr)) {
     const JsonGrower grower = zuerr_growerOf(status);
-    // There is room for the description; what is asked for is its closing brace.
-    char* position = zuerr_reserve(status, 2);
+    char* position = zuerr_findClosingBrace(status);
     position = jsonbuf_insertObjectGrowing(position, "orskconsoleapp_debug", &grower);
     for (const DebugMember& member : members) {
       position = jsonbuf_insertStringGrowing(position, member.key, member.value, &grower);

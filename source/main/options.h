@@ -4,8 +4,7 @@
 
 #include "grammar/parsed_words.h"
 
-/// Reads the words from the first one that begins with "-" to the end of the line: option words,
-/// each followed by its value. Stray words, and an option without a value at the end, are dropped.
-/// Throws `zuerr::Exception` with code -52005 for the first option word without a name or with
-/// three or more dashes, and for one where the value of another is expected.
+/// Returns the options in `words`, which begin at the first word with a dash. Ignores stray words
+/// and an option without a value at the end. Throws `zuerr::Exception` with code -52005 for an
+/// option without a name or with three or more dashes, and for two options in a row.
 OptionMap readOptions(std::span<const char* const> words);

@@ -23,7 +23,8 @@ void getTime(const OptionMap& options, const FlagMap& flags) {
 constexpr Action timescaleActions[] = {
     {"getTime", getTime},
 };
-static_assert(hasEachArgumentOf(timescaleActions, "timescale"), "Add a row for each argument in commandArguments.");
+static_assert(hasEachArgumentOf(timescaleActions, "timescale"),
+              "Add a row for each argument in commandArguments.");
 
 struct Kind {
   std::string_view word;
@@ -55,11 +56,7 @@ void getCurrentTimescale(const std::string&, const OptionMap& options, const Fla
   printLine(timescaleUri.text());
 }
 
-void runListCommand(const std::string& kind, const OptionMap&, const FlagMap&) {
-  listServiceObjects(kind);
-}
-
-void listServiceObjects(const std::string& kind) {
+void listServiceObjects(const std::string& kind, const OptionMap&, const FlagMap&) {
   const auto getInfo = rowOf(kinds, kind, reported::listKinds).getInfo;
   TextBuffer<INFO_BUFFER_SIZE> info;
   callService(getInfo, info.data(), info.size());

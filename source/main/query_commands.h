@@ -4,21 +4,19 @@
 
 #include "grammar/parsed_words.h"
 
-/// Carries out the `timescale` command's `action`: prints the current time of the timescale in
+/// Executes an action of the `timescale` command: prints the current time of the timescale in the
 /// option `timescaleUri`. Throws what `getOption` and `callService` throw, and
-/// `InvalidArgException` for a word that is not one of its actions.
+/// `InvalidArgException` for another command's action.
 void runTimescaleCommand(const std::string& action, const OptionMap& options, const FlagMap& flags);
 
-/// Prints the URI of the timescale that the host in option `remoteHost` uses. Throws what
-/// `getOption` and `callService` throw.
-void getCurrentTimescale(const std::string&, const OptionMap& options, const FlagMap&);
+/// Prints the URI of the timescale that the host in the option `remoteHost` uses. Throws what
+/// `getOption` and `callService` throw. Uses no argument or flags.
+void getCurrentTimescale(const std::string& argument, const OptionMap& options,
+                         const FlagMap& flags);
 
-/// Carries out the `list` command for a kind: see `listServiceObjects`.
-void runListCommand(const std::string& kind, const OptionMap&, const FlagMap&);
+/// Prints the service's list of the objects of a `kind`. Uses no options or flags. Throws what
+/// `callService` throws, and `InvalidArgException` for a word that is not a kind.
+void listServiceObjects(const std::string& kind, const OptionMap& options, const FlagMap& flags);
 
-/// Prints what the service knows of the objects of a `kind`. Throws what `callService` throws, and
-/// `InvalidArgException` for a word that is not a kind.
-void listServiceObjects(const std::string& kind);
-
-/// Prints the version of the client library's interface.
-void getApiVersion(const std::string&, const OptionMap&, const FlagMap&);
+/// Prints the version of the client library's interface. Uses no argument, options or flags.
+void getApiVersion(const std::string& argument, const OptionMap& options, const FlagMap& flags);

@@ -10,7 +10,7 @@
 #include <span>
 #include <string_view>
 
-/// Makes the standard streams safe. To be called before the client library is initialised.
+/// Makes the standard streams safe. Call it before the client library is initialised.
 /// - A closed stream becomes a pipe without a writer, so that no file of the client library takes
 /// its
 ///   number. It reads as the end of input, and a write to it fails with EBADF, see pipe(7). If

@@ -1,13 +1,14 @@
 #pragma once
 
-/// The seam to the service's closed client library: every call goes through `apiWrapper`.
+/// Calls of the client library: all go through `apiWrapper`.
 ///
 /// Contract of an operation:
-/// 1. it is the library function of the same name behind "orsksapi_", with the same arguments in
-///    the same order, and returns its result unchanged;
-/// 2. `status` is the caller's fresh record, whose code alone tells failure (see `callService`);
-/// 3. output buffers and `Timestamp`s are the caller's, filled with zero bytes before the call;
-///    what comes back in them is outside input.
+/// 1. It calls the function with the same name and the prefix "orsksapi_", with the same arguments,
+///    and returns its result.
+/// 2. `status` is a fresh record of the caller. Only its code reports an error, see `callService`.
+/// 3. The caller owns output buffers and `Timestamp`s and fills them with zero bytes before the
+/// call.
+///    Their contents after the call are outside input.
 
 #include <cstddef>
 #include <cstdint>
@@ -16,7 +17,7 @@
 #include "errors/status.h"
 #include "service/timestamp.h"
 
-/// Capacities in bytes of the buffers that receive a URI, and a text about the service's objects.
+/// Sizes in bytes of the buffers for a URI and for a list.
 inline constexpr std::size_t URI_BUFFER_SIZE = 512;
 inline constexpr std::size_t INFO_BUFFER_SIZE = 32768;
 
@@ -60,7 +61,7 @@ class ApiWrapperInterface {
   virtual bool syncDomain_isCoherent(const std::string& syncDomainUri, zuerr_Status* status) = 0;
   virtual bool syncDomain_isCoherentSinceLastChecked(const std::string& syncDomainUri,
                                                      zuerr_Status* status) = 0;
-  /// Puts the URI of the timescale that the domain uses into `buffer`.
+  /// Writes the URI of the domain's timescale into `buffer`.
   virtual void syncDomain_createAndAddDevices(const std::string& paramsName,
                                               const std::string& paramsJson, char* buffer,
                                               std::size_t bufferSize, zuerr_Status* status) = 0;
@@ -72,7 +73,7 @@ class ApiWrapperInterface {
                                           zuerr_Status* status) = 0;
 };
 
-/// The client library that the program is linked against.
+/// Calls the client library that the program is linked against.
 class ApiWrapper : public ApiWrapperInterface {
  public:
   std::uint32_t getApiVersion() override;
@@ -118,5 +119,5 @@ class ApiWrapper : public ApiWrapperInterface {
 
 }  // namespace orsksapi
 
-/// The program's one wrapper object.
+/// The only wrapper object.
 extern orsksapi::ApiWrapper apiWrapper;

@@ -7,7 +7,7 @@ namespace {
 
 struct Member {
   std::string_view key;
-  /// As it stands in the document.
+  /// JSON.
   std::string value;
 };
 

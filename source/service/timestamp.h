@@ -4,16 +4,15 @@
 #include <cstdint>
 
 #pragma pack(push, 1)
-/// A time as the service library's C interface passes it: 17 bytes, unaligned, in the platform's
-/// byte order.
+/// A time in the client library's C interface: 17 bytes, unaligned, in the platform's byte order.
 struct Timestamp {
-  /// Whole seconds, as a magnitude.
+  /// Whole seconds, without a sign.
   std::uint64_t seconds;
   /// Nanoseconds within the second.
   std::uint32_t nanoseconds;
-  /// A further sub-nanosecond word, in the library's own unit.
+  /// Fraction of a nanosecond, in the service's own unit.
   std::uint32_t fraction;
-  /// Nonzero when the time is negative.
+  /// Not 0 if the time is negative.
   std::uint8_t negative;
 };
 #pragma pack(pop)
