@@ -1,5 +1,5 @@
-# What the OpenSSF Compiler Options Hardening Guide recommends, as far as the compiler and the linker
-# take it. scripts/check-hardening looks for it in the built program.
+# The options of the OpenSSF Compiler Options Hardening Guide that the compiler and the linker accept.
+# scripts/check-hardening checks the built program.
 include(CheckCXXCompilerFlag)
 include(CheckLinkerFlag)
 

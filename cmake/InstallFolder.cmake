@@ -1,6 +1,6 @@
-# orskapp_install_folder(COMPONENT FOLDER): makes the folder, below the prefix unless it is absolute,
-# and those above it that are missing, for everybody to read. CMake makes missing folders, too, but the
-# umask of whoever installs takes bits away from them. One that is there stays as it is.
+# orskapp_install_folder(COMPONENT FOLDER): creates the folder, below the prefix unless it is absolute, and
+# missing folders above it, with mode 755. CMake would apply the umask of the user who installs. Existing
+# folders do not change.
 function(orskapp_install_folder component folder)
   install(CODE "
     get_filename_component(folder \"${folder}\" ABSOLUTE BASE_DIR \"\${CMAKE_INSTALL_PREFIX}\")

@@ -1,6 +1,5 @@
-// check_record: asks the client library for what it must refuse, the coherency of a domain that
-// does not exist, and checks that the record came back as agreed. Says what is wrong; ends with 1
-// then.
+// check_record: queries the coherency of a domain that does not exist, and checks the status record
+// of the error. Prints what is wrong and ends with 1, or ends with 0.
 
 #include <algorithm>
 #include <cstdio>

@@ -1,4 +1,4 @@
-# Shared by the scripts: sourced, never run. Changes to the project's folder.
+# Shared by the scripts, which source it. Changes to the project's folder.
 
 # E: the trap below reaches into functions.
 set -Eeuo pipefail
@@ -6,7 +6,7 @@ started_in=$PWD
 script=$(realpath -- "$0")
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# Every unexpected failure names its place, so that no script ends without a word.
+# Every unexpected failure prints its place.
 trap 'echo "$0: line $LINENO failed: $BASH_COMMAND" >&2' ERR
 
 fail() {
@@ -15,15 +15,15 @@ fail() {
   exit 1
 }
 
-# wrong_arguments WORDS: says how the script is called, and ends with status 2.
+# wrong_arguments WORDS: prints the usage and ends with status 2.
 wrong_arguments() {
   echo "usage: $0${1:+ $1}" >&2
   trap - ERR
   exit 2
 }
 
-# arguments WORDS LEAST MOST "$@": with --help prints how the script is called, and the comment that it
-# begins with, and ends; ends with status 2 if there are fewer or more words than that, or an option.
+# arguments WORDS LEAST MOST "$@": with --help prints the usage and the script's first comment, and ends. Ends with
+# status 2 if there are fewer or more arguments, or an option.
 arguments() {
   local words=$1 least=$2 most=$3
   shift 3
@@ -42,18 +42,17 @@ scratch_folder() {
   trap 'trap - ERR; exit 130' HUP INT TERM
 }
 
-# path NAME: a file's absolute name, as the caller's folder has it.
+# path NAME: prints the absolute name of a file, relative to the caller's folder.
 path() { (cd "$started_in" && realpath -- "$1"); }
 
 # What the program and the simulator are built with.
 build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
-# What the tests need besides: the shells are those that completions are for, gnuplot draws a recipe's
-# picture.
+# What the tests need too: the shells are for completions, gnuplot is for a recipe.
 test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox)
 # What only contributors and CI need.
 check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck valgrind lintian dpkg-dev git)
 
-# What goes before a command that only root may run.
+# The prefix of a command that only root may run.
 as_root=()
 ((EUID == 0)) || as_root=(sudo)
 
@@ -74,7 +73,7 @@ install_packages() {
   quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
-# quietly COMMAND...: shows what a command prints only if it fails, and ends the script then.
+# quietly COMMAND...: runs a command. If it fails, prints its output and ends the script.
 quietly() {
   local output
   output=$("$@" 2>&1 </dev/null) || { echo "$output"; fail "failed: $*"; }
@@ -95,14 +94,14 @@ install_build() {
   done
 }
 
-# build_program PRESET: what is installed and no more, for which the tests' packages are not needed.
+# build_program PRESET: builds only what is installed, which does not need the tests' packages.
 build_program() {
   echo "Building: $1, the program"
   quietly cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev
   quietly cmake --build --preset "$1" --target orskapp orsksapi packaged_files check_record
 }
 
-# test_preset PRESET [OPTION...]: runs the preset's tests, shows those that fail and how many passed.
+# test_preset PRESET [OPTION...]: runs the preset's tests, and prints which fail and how many pass.
 test_preset() {
   local output
   echo "Testing: $1"

@@ -11,7 +11,7 @@ namespace {
 
 /// With its NUL and the end mark a text stays below 2^31 bytes.
 constexpr std::uint32_t longestText = 0x7FFF'FFFD;
-constexpr std::uint32_t firstRefusedSize = 0x8000'0000;
+constexpr std::uint32_t firstRejectedSize = 0x8000'0000;
 constexpr std::uint32_t smallestBuffer = 512;
 constexpr std::uint32_t largestThatGrows = 0x4000'0000;
 
@@ -53,7 +53,7 @@ bool zuerr_defaultResize(zuerr_Status* status, std::uint32_t newSize) noexcept {
     return true;
   }
   if (newSize <= status->capacity) return true;
-  if (newSize >= firstRefusedSize) return false;
+  if (newSize >= firstRejectedSize) return false;
   const std::string_view text = status->json == nullptr ? emptyText : zuerr_text(*status);
   // A text without its NUL cannot be kept.
   if (status->capacity > 0 && text.size() == status->capacity) return false;

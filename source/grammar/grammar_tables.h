@@ -53,11 +53,20 @@ inline constexpr auto validCommands = std::to_array<std::string_view>({
     "getApiVersion",
 });
 
+/// Returns an array of the rows that `rowOf` makes of all commands but help, and of `rows`.
+template <typename Row, std::size_t size>
+constexpr auto withCommands(Row (*rowOf)(std::string_view command), const Row (&rows)[size]) {
+  static_assert(validCommands.front() == "help", "help is the first command.");
+  std::array<Row, validCommands.size() - 1 + size> result{};
+  const auto next =
+      std::transform(validCommands.begin() + 1, validCommands.end(), result.begin(), rowOf);
+  std::copy(std::begin(rows), std::end(rows), next);
+  return result;
+}
+
 /// The words that may follow any command.
-inline constexpr auto validArguments = std::to_array<std::string_view>({
-    // commands
-    "loadResources", "unloadResources", "timestampCorrelator", "syncDomain", "timescale",
-    "getCurrentTimescale", "list", "getApiVersion",
+inline constexpr auto validArguments = withCommands<std::string_view>(
+    [](std::string_view command) { return command; }, {
     // actions
     "create", "createAndAddDevices", "delete", "start", "startV2", "stop", "correlate",
     "addSyncableDevice", "isCoherent", "isCoherentSinceLastChecked", "getTime",
@@ -67,17 +76,10 @@ inline constexpr auto validArguments = std::to_array<std::string_view>({
 
 inline constexpr auto validFlags = std::to_array<std::string_view>({timingFlag, quietFlag});
 
-inline constexpr auto commandArguments = std::to_array<CommandArgument>({
+/// The arguments of help are the other commands.
+inline constexpr auto commandArguments = withCommands<CommandArgument>(
+    [](std::string_view command) { return CommandArgument{"help", command}; }, {
     // command                argument
-    {"help",                  "loadResources"},
-    {"help",                  "unloadResources"},
-    {"help",                  "timestampCorrelator"},
-    {"help",                  "syncDomain"},
-    {"help",                  "timescale"},
-    {"help",                  "getCurrentTimescale"},
-    {"help",                  "list"},
-    {"help",                  "getApiVersion"},
-
     {"timestampCorrelator",   "create"},
     {"timestampCorrelator",   "delete"},
     {"timestampCorrelator",   "correlate"},

@@ -15,6 +15,6 @@ struct InProcessOutcome {
   bool operator==(const InProcessOutcome&) const = default;
 };
 
-/// Runs the console with `words` after the program's name. `atConsole`, if not null, is told when
-/// the console's own work begins and ends.
+/// Runs the console with `words` after the program's name. Calls `atConsole`, if not null, when the
+/// console's own work begins and ends.
 InProcessOutcome runInProcess(const std::vector<std::string>& words, void (*atConsole)(bool begins) = nullptr);

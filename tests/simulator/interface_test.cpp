@@ -72,7 +72,7 @@ class Simulator : public testing::Test {
   std::filesystem::path folder_;
 };
 
-TEST_F(Simulator, RefusesDocuments) {
+TEST_F(Simulator, RejectsDocuments) {
   const std::pair<const char*, std::int32_t> rows[] = {
       {R"({"remoteHost":"h"})", 0},
       {"", -61002},

@@ -88,7 +88,7 @@ TEST_F(Trace, PrefixStaysWithinTheLine) {
   EXPECT_EQ(std::string(511, 'f'), written);
 }
 
-// Every writer, in a block of exactly the room it is told: the start of its text, and a NUL.
+// Every writer writes the start of its text and a NUL into a block of exactly the room that it has.
 TEST_F(Trace, PrefixWritersStayWithinTheirRoom) {
   const orskdbg_VarLine context{"main", 7, "\n"};
   const std::string texts[] = {"[", "   orskapp", "|", blanks28 + "main", "|", "0007", "] "};

@@ -75,7 +75,7 @@ TEST(JsonTextBuffer, FindEndTakesAgreedTexts) {
   }
 }
 
-TEST(JsonTextBuffer, FindEndRefusesTheRest) {
+TEST(JsonTextBuffer, FindEndRejectsTheRest) {
   // clang-format off
   const char* const texts[] = {
       "", " {}", "1", "\"a\"", "null", "{", "[", "{]", "[}", "[{]}", "[[]", "{\"a\":[}]", "[,]", "[1,]", "[,1]",
@@ -181,7 +181,7 @@ TEST(JsonTextBuffer, InsertsInPlaceOrChangesNothing) {
   }
 }
 
-TEST(JsonTextBuffer, RefusesMoreThanThereCanBe) {
+TEST(JsonTextBuffer, RejectsMoreThanThereCanBe) {
   const Block block("[[],1]", 9);
   for (const std::size_t offset : {0U, 2U, 5U, 6U}) EXPECT_EQ(nullptr, jsonbuf_makeRoom(block.at(offset), SIZE_MAX));
   EXPECT_EQ("[[],1]", block.text());

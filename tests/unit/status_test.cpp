@@ -27,15 +27,15 @@ struct OwnedStatus : zuerr_Status {
 /// Sizes that a callback was asked for; it provides none of them.
 using Requests = std::vector<std::uint32_t>;
 Requests requests;
-bool refuse(zuerr_Status*, std::uint32_t newSize) {
+bool reject(zuerr_Status*, std::uint32_t newSize) {
   requests.push_back(newSize);
   return false;
 }
 bool claim(zuerr_Status* status, std::uint32_t newSize) {
-  return !refuse(status, newSize);
+  return !reject(status, newSize);
 }
-zuerr_Status refusing() {
-  return {0, 0, refuse, nullptr};
+zuerr_Status rejecting() {
+  return {0, 0, reject, nullptr};
 }
 
 TEST(Status, DefaultResizeProvidesPowersOfTwo) {
@@ -61,7 +61,7 @@ TEST(Status, DefaultResizeProvidesPowersOfTwo) {
 }
 
 // A library may return a record whose text is longer than its capacity, or too long for the new size.
-TEST(Status, DefaultResizeRefusesTextThatDoesNotFit) {
+TEST(Status, DefaultResizeRejectsTextThatDoesNotFit) {
   OwnedStatus status(0, std::string(600, 'x').c_str());
   char* const before = status.json;
   for (const std::uint32_t capacity : {100U, 0U}) {
@@ -92,7 +92,7 @@ TEST(Status, CodeOnlyRisesInSeverity) {
 
 TEST(Status, SetCodeAtDescribesTheSite) {
   OwnedStatus status(0), anonymous(0);
-  zuerr_Status refused = refusing(), refusedToo = refusing();
+  zuerr_Status rejected = rejecting(), rejectedToo = rejecting();
   bool ok = false;
   EXPECT_TRUE(zuerr_setCodeAt(&status, -4, &site, &ok) && ok);
   EXPECT_EQ(512U, status.capacity);
@@ -100,8 +100,8 @@ TEST(Status, SetCodeAtDescribesTheSite) {
   EXPECT_TRUE(!zuerr_setCodeAt(&status, -5, &anonymousSite, &(ok = false)) && ok && status.code == -4);
   EXPECT_TRUE(zuerr_setCodeAt(&anonymous, 3, &anonymousSite, nullptr));
   EXPECT_STREQ(R"({"error_constant":"e","file":"f","line":0})", anonymous.json);
-  EXPECT_TRUE(zuerr_setCodeAt(&refused, -4, &site, &ok) && !ok && refused.code == -4);
-  EXPECT_TRUE(zuerr_setCodeAt(&refusedToo, -4, &site, nullptr));
+  EXPECT_TRUE(zuerr_setCodeAt(&rejected, -4, &site, &ok) && !ok && rejected.code == -4);
+  EXPECT_TRUE(zuerr_setCodeAt(&rejectedToo, -4, &site, nullptr));
 }
 
 // Whatever is added last before the buffer is full, the record grows and the text stays whole.
@@ -124,7 +124,7 @@ TEST(Status, GrowsForEveryMember) {
 
 TEST(Status, FailedGrowthChangesNothing) {
   Block block("{}", 0);
-  zuerr_Status status{0, 4, refuse, block.at(0)};
+  zuerr_Status status{0, 4, reject, block.at(0)};
   EXPECT_EQ(nullptr, zuerr_addString(&status, block.at(1), "k", "v"));
   for (char* const position : {block.at(1), static_cast<char*>(nullptr)}) {
     EXPECT_EQ(nullptr, zuerr_addSite(&status, position, &anonymousSite));
@@ -159,7 +159,7 @@ TEST(Status, GrowthAndRoomHaveLimits) {
                                                         {4, {6}},         {512, {1022}},    {0x40000000, {0x7FFFFFFE}},
                                                         {0x40000001, {}}, {0x80000000, {}}, {0x80000001, {}},
                                                         {0x80000002, {}}, {0xC0000000, {}}, {0xFFFFFFFF, {}}};
-  for (const zuerr_ResizeFn callback : {refuse, claim}) {
+  for (const zuerr_ResizeFn callback : {reject, claim}) {
     for (const auto& [capacity, expected] : growths) {
       Block block("{}", 0);
       zuerr_Status status{0, capacity, callback, block.at(0)};
@@ -172,12 +172,12 @@ TEST(Status, GrowthAndRoomHaveLimits) {
       {0, {}}, {2, {}}, {3, {5}}, {0x7FFFFFFD, {0x7FFFFFFF}}, {0x7FFFFFFE, {}}, {0xFFFFFFFE, {}}, {0xFFFFFFFF, {}}};
   for (const auto& [room, expected] : rooms) {
     Block block("{}", 0);
-    zuerr_Status status{0, 4, refuse, block.at(0)};
+    zuerr_Status status{0, 4, reject, block.at(0)};
     requests.clear();
     EXPECT_EQ(room <= 2 ? block.at(1) : nullptr, zuerr_reserve(&status, room)) << room;
     EXPECT_EQ(expected, requests) << room;
   }
-  zuerr_Status empty{0, 4, refuse, nullptr};
+  zuerr_Status empty{0, 4, reject, nullptr};
   EXPECT_TRUE(zuerr_reserve(&empty, 2) == nullptr && zuerr_grow(&empty, nullptr) == nullptr);
 }
 
@@ -199,14 +199,14 @@ TEST(Status, MergeMovesTextUnderTheSameCallback) {
 
 TEST(Status, MergeCopiesTextUnderAnotherCallback) {
   Block block("[2]", 0);
-  zuerr_Status source{-2, 5, refuse, block.at(0)}, refused = refusing(), refusedToo = refusing();
+  zuerr_Status source{-2, 5, reject, block.at(0)}, rejected = rejecting(), rejectedToo = rejecting();
   OwnedStatus destination(0, "[1]"), error(-3, "[3]");
   bool ok = false;
   EXPECT_TRUE(zuerr_merge(&destination, &source, &ok) && ok);
   EXPECT_STREQ("[2]", destination.json);
   EXPECT_TRUE(source.json == block.at(0) && source.capacity == 5);
-  EXPECT_TRUE(zuerr_merge(&refused, &error, &ok) && !ok && refused.code == -3);
-  EXPECT_TRUE(zuerr_merge(&refusedToo, &error, nullptr));
+  EXPECT_TRUE(zuerr_merge(&rejected, &error, &ok) && !ok && rejected.code == -3);
+  EXPECT_TRUE(zuerr_merge(&rejectedToo, &error, nullptr));
 }
 
 // A text without its NUL is copied up to the capacity, also where a page ends behind it, and is not changed.
@@ -216,7 +216,7 @@ TEST(Status, CopiesNoMoreThanTheCapacity) {
   std::memset(pages, 'x', page);
   mprotect(pages + page, page, PROT_NONE);
   mprotect(pages, page, PROT_READ);
-  for (const zuerr_ResizeFn callback : {refuse, zuerr_ResizeFn{nullptr}}) {
+  for (const zuerr_ResizeFn callback : {reject, zuerr_ResizeFn{nullptr}}) {
     zuerr_Status source{-3, 5, callback, pages + page - 5};
     OwnedStatus destination(0);
     bool ok = false;
