@@ -82,6 +82,9 @@ install_launcher() {
 # launch LABEL [VARIABLE=VALUE]: asks the launcher that was installed last for the version.
 launch() { show "$1" env "${@:2}" "$launcher" getApiVersion | sed "s|$SCRATCH/||g; s|/bin/\.\.||; s|//*|/|g"; }
 
+# passed: prints the arguments of the call in the file log.
+passed() { [[ ! -e log ]] || sed -E 's/^[a-zA-Z_0-9]*\((.*), fresh status\)$/\1/' log; }
+
 # Messages of the console.
 missing_option='ERROR: Missing option to specified command; type "orskapp help [command]" for list of valid arguments and options.'
 repeated_option='ERROR: Too many options provided for specified command; type "orskapp help [command]" for list of valid arguments and options.'

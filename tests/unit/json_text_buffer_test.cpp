@@ -130,37 +130,27 @@ TEST(JsonTextBuffer, InsertsInPlaceOrChangesNothing) {
     Insert insert;
     const char* after;
   } const rows[] = {
+      // clang-format off
       // at a closing bracket
-      {"{^}", insertXx, "{xx^}"},
-      {"{ \t\r\n^}", insertXx, "{ \t\r\nxx^}"},
-      {"{\"a\":1^}", insertXx, "{\"a\":1,xx^}"},
-      {"[1 ^]", insertXx, "[1 ,xx^]"},
-      {"[[]^]", insertXx, "[[],xx^]"},
-      {"[[^]]", insertXx, "[[xx^]]"},
-      {"[{^},1]", insertXx, "[{xx^},1]"},
-      {"{^]", insertXx, "{,xx^]"},
+      {"{^}", insertXx, "{xx^}"},                {"{ \t\r\n^}", insertXx, "{ \t\r\nxx^}"},
+      {"{\"a\":1^}", insertXx, "{\"a\":1,xx^}"}, {"[1 ^]", insertXx, "[1 ,xx^]"},
+      {"[[]^]", insertXx, "[[],xx^]"},           {"[[^]]", insertXx, "[[xx^]]"},
+      {"[{^},1]", insertXx, "[{xx^},1]"},        {"{^]", insertXx, "{,xx^]"},
       // at the text's end, and before a comma
-      {"^", insertXx, "xx^"},
-      {"1^", insertXx, "1xx^"},
+      {"^", insertXx, "xx^"},                    {"1^", insertXx, "1xx^"},
       {"[1^,2]", insertXx, "[1,xx^,2]"},
       // at an opening bracket
-      {"^{}", insertXx, "{xx^}"},
-      {"^[ \n]", insertXx, "[xx^ \n]"},
-      {"^[1]", insertXx, "[xx^,1]"},
-      {"^[[1],2]", insertXx, "[xx^,[1],2]"},
-      {"^[{}]", insertXx, "[xx^,{}]"},
-      {"[^[]]", insertXx, "[[xx^]]"},
-      {"{\"a\":^{\"b\":[]}}", insertXx, "{\"a\":{xx^,\"b\":[]}}"},
-      {"^[}]", insertXx, "[xx^,}]"},
+      {"^{}", insertXx, "{xx^}"},                {"^[ \n]", insertXx, "[xx^ \n]"},
+      {"^[1]", insertXx, "[xx^,1]"},             {"^[[1],2]", insertXx, "[xx^,[1],2]"},
+      {"^[{}]", insertXx, "[xx^,{}]"},           {"[^[]]", insertXx, "[[xx^]]"},
+      {"^[}]", insertXx, "[xx^,}]"},             {"{\"a\":^{\"b\":[]}}", insertXx, "{\"a\":{xx^,\"b\":[]}}"},
       // members
-      {"{^}", string("k", "v"), R"({"k":"v"^})"},
-      {"{\"a\":1^}", string("", ""), R"({"a":1,"":""^})"},
-      {"[^]", string(nullptr, "v"), R"(["v"^])"},
+      {"{^}", string("k", "v"), R"({"k":"v"^})"},         {"{\"a\":1^}", string("", ""), R"({"a":1,"":""^})"},
+      {"[^]", string(nullptr, "v"), R"(["v"^])"},         {"[1^]", number(nullptr, 0), "[1,0^]"},
       {"{^}", string("\n", "\t\"\x01\xC3"), "{\"\\n\":\"\\t\\\"\\u0001\xC3\"^}"},
       {"{^}", number("k", -2147483647 - 1), R"({"k":-2147483648^})"},
-      {"[1^]", number(nullptr, 0), "[1,0^]"},
-      {"{^}", object("k\\"), R"({"k\\":{}^})"},
-      {"[1^]", object(nullptr), "[1,{}^]"},
+      {"{^}", object("k\\"), R"({"k\\":{}^})"},           {"[1^]", object(nullptr), "[1,{}^]"},
+      // clang-format on
   };
   for (const auto& row : rows) {
     const auto split = [](std::string text) {
