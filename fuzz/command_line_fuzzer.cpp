@@ -1,5 +1,4 @@
-// Whole command lines, as words ended by NUL bytes, against the recording library. The first word
-// is the status code that the library leaves.
+// Command lines, as words that end with NUL bytes, with the recording library. The first word is the status code.
 
 #include <algorithm>
 #include <cstdint>
@@ -38,7 +37,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   words.erase(words.begin());
   const InProcessOutcome outcome = runInProcess(words);
 
-  // A word may hold line ends, and an argument that the library is handed is then escaped.
   const std::ptrdiff_t errors = count(outcome.errors, "ERROR: ");
   const std::ptrdiff_t calls = count(outcome.calls, "orsksapi_");
   check((outcome.status == 0) == outcome.errors.empty());

@@ -1,11 +1,10 @@
-// jsonbuf_findEnd on any bytes, in a block of exactly their size, against another parser's verdict.
-//
-// The verdicts must agree but where the scanner is meant to be looser:
-// - numbers: runs of digits may be empty and may begin with zeros ("-", "1.", "1e+", "007");
-// - bytes from 0x80 on are not checked, nor escapes of lone surrogates (\ud800);
-// and where the text goes on after the end, which is not looked at.
-// So a text that the other parser takes is taken, and one that is taken, with its numbers replaced
-// by 0, its high bytes by "x" and its \u escapes by \u0000, is one that the other parser takes.
+// jsonbuf_findEnd on any bytes, in a block of exactly their size, compared with another parser. The scanner accepts
+// more:
+// - numbers with missing digits or leading zeros ("-", "1.", "1e+", "007");
+// - any bytes from 0x80 on, and escapes of lone surrogates (\ud800);
+// - any text behind the end.
+// A text that the other parser accepts must be accepted. An accepted text must be valid for the other parser once its
+// numbers are 0, its high bytes "x" and its \u escapes \u0000.
 
 #include <cstdint>
 #include <cstdlib>
@@ -22,7 +21,7 @@ bool continuesNumber(char byte) {
   return std::strchr("0123456789+-.eE", byte) != nullptr && byte != '\0';
 }
 
-/// `text` without what only the other parser minds.
+/// Returns `text` without what only the other parser rejects.
 std::string strict(const std::string& text) {
   std::string result;
   bool inString = false;

@@ -16,7 +16,7 @@ namespace {
 /// A bound for scripts that delete the state again and again.
 constexpr int mostAttempts = 100;
 
-/// The operations that can be made to fail: all that have a status record.
+/// The operations that a fault can name: all that have a status record.
 // clang-format off
 constexpr const char* operationNames[] = {
     "loadResources", "unloadResources", "timescale_getTime", "getCurrentTimescale", "syncDomain_create",
@@ -126,7 +126,7 @@ Operation performLocked(const Settings& settings, const char* name, const WorkFu
   return operation;
 }
 
-/// Performs `work`, again and again while the state is deleted meanwhile.
+/// Performs `work`, and again if the state was deleted meanwhile.
 Operation performOnState(const Settings& settings, const char* name, const WorkFunction& work) {
   for (int attempt = 1;; ++attempt) {
     try {
@@ -137,8 +137,9 @@ Operation performOnState(const Settings& settings, const char* name, const WorkF
   }
 }
 
-/// Waits without the lock. Requires that the domain is then coherent: now, or at the end of the
-/// wait if that is later, since a system clock may be set back. In simulated time that is certain.
+/// Waits without the lock. Throws unless the domain is then coherent, at the later of the present
+/// and the end of the wait: a system clock may be set back. In simulated time it is always
+/// coherent.
 void finish(const Operation& operation, bool simulated) {
   const Wait& wait = operation.wait;
   if (!simulated) std::this_thread::sleep_for(std::chrono::nanoseconds(wait.durationNs));

@@ -19,15 +19,15 @@ namespace simulator {
 
 namespace {
 
-/// Bytes of the longest text that is read or written.
+/// Length in bytes of the longest text that is read or written.
 constexpr std::size_t longestText = std::size_t{64} << 20;
 
-/// How deep the device list of a domain lies: state, domains, domain, list.
+/// The nesting of a domain's device list: state, domains, domain, list.
 constexpr int deepestNesting = 4;
 
 [[noreturn]] void failWith(const std::string& path, int failure = errno) {
   const std::string what = path + ": " + std::strerror(failure);
-  // The first: deleted. The second: created by a process with a newer lock.
+  // Deleted, or created by a process with a newer lock.
   if (failure == ENOENT || failure == EEXIST) throw StateDeleted(stateUnusable, what);
   throw Error(stateUnusable, what);
 }
@@ -106,7 +106,7 @@ State stateOf(const std::string& text, const Error& damaged) {
     whole.emplace("clock_ns", 0);  // Version 1.0.0 had none.
     std::ranges::sort(whole.at("hosts").get_ref<json::array_t&>());
     State state = whole.get<State>();
-    // A value that was converted, dropped or repeated does not come out as it went in.
+    // The texts differ if a value was converted, dropped or repeated.
     if (!isValid(state) || json(state).dump() != whole.dump()) throw damaged;
     return state;
   } catch (const json::exception&) {

@@ -1,5 +1,5 @@
-// What the status record's routines cost: descriptions of many members, escaping, and finding the
-// end of a text beside two JSON libraries. Prints the ratios after Google Benchmark's own table.
+// The cost of the status record's routines: texts with many members, escaping, and finding the end
+// of a text, compared with two JSON libraries. Prints the ratios after Google Benchmark's table.
 
 #include <benchmark/benchmark.h>
 #include <rapidjson/reader.h>

@@ -1,12 +1,12 @@
-// The floor: a program that makes the library call of the command it is named for and prints the
-// same lines, with no check and no conversion.
+// The floor: a program that makes the library call of a command and prints the same lines, without checks and
+// conversions.
 
 #include <stdio.h>
 #include <string.h>
 
 #include "interface/orsksapi.h"
 
-// The record as orsksapi.h leaves it open.
+// The status record, which orsksapi.h only declares.
 struct zuerr_Status {
   int32_t code;
   uint32_t capacity;

@@ -25,8 +25,8 @@ extern "C" void orskTestLibraryAtWork(bool atWork) {
   libraryAtWork = atWork;
 }
 
-// The option --wrap makes the linker replace calls of malloc by calls of __wrap_malloc in the objects
-// that it links; operator new is replaced for the C++ code of all libraries as well.
+// With --wrap the linker replaces calls of malloc by calls of __wrap_malloc in this program. operator new is replaced
+// in all libraries.
 extern "C" void* __real_malloc(std::size_t size);
 extern "C" void* __wrap_malloc(std::size_t size) {
   return failsNow() ? nullptr : __real_malloc(size);

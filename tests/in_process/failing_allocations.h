@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-/// How many allocations of the console are left until one fails; 0: none will.
+/// The number of allocations of the console until one fails; 0: none fails.
 extern std::size_t allocationsUntilFailure;
 
-/// Allocations count from `begins` true on, except those of the recording library.
+/// Begins or ends the counting of allocations. Those of the recording library do not count.
 void countAllocations(bool begins);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A file in memory that takes a standard stream's place.
+/// A file in memory in place of a standard stream.
 class Caught {
  public:
   explicit Caught(int stream) : stream_(stream), original_(dup(stream)) { dup2(file_, stream_); }
@@ -23,7 +23,7 @@ class Caught {
     return take(file_);
   }
 
-  /// Returns what the file holds, and empties it.
+  /// Returns the file's content, and empties it.
   static std::string take(int file) {
     std::string text(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
     if (pread(file, text.data(), text.size(), 0) < 0 || ftruncate(file, 0) != 0) abort();

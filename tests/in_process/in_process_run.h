@@ -3,13 +3,13 @@
 #include <string>
 #include <vector>
 
-/// What a run of the whole console in this process left behind.
+/// The results of a run of the console in this process.
 struct InProcessOutcome {
   std::string output;
   std::string errors;
   /// The calls that the recording library saw.
   std::string calls;
-  /// The exit status before the system cuts it to eight bits.
+  /// The exit status, before the system reduces it to eight bits.
   int status = 0;
 
   bool operator==(const InProcessOutcome&) const = default;

@@ -1,5 +1,4 @@
-// Every command with its first, second, third … allocation failing, until none is left to fail: an
-// orderly end with an error, or all that a run with enough memory does.
+// Each command with each allocation failing in turn: it ends with an error, or does what it does with enough memory.
 
 #include <gtest/gtest.h>
 
@@ -13,12 +12,12 @@
 
 namespace {
 
-/// What does not call the library.
+/// Command lines that do not call the library.
 const char* const otherLines[] = {
     "", "help", "help syncDomain", "list create", "loadResources --", "loadResources --first --second",
 };
 
-/// Returns how many allocations `line` makes, having let each of them fail.
+/// Lets each allocation of `line` fail. Returns their number.
 std::size_t failEveryAllocation(const std::string& line) {
   std::istringstream stream(line);
   const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};

@@ -47,8 +47,7 @@ void setAtWork(bool atWork) {
   if (orskTestLibraryAtWork != nullptr) orskTestLibraryAtWork(atWork);
 }
 
-/// The log is opened as soon as the library is there, and stays open: were a standard stream closed,
-/// it would have its number.
+/// The log is opened when the library is loaded: it would get the number of a closed standard stream.
 int logFile() {
   static int file = -1;
   const char* const path = std::getenv("ORSK_TEST_LOG");
@@ -66,12 +65,12 @@ const char* environment(const char* name, const char* otherwise) {
   return value == nullptr ? otherwise : value;
 }
 
-/// Whether a variable contains a word.
+/// Returns whether a variable contains a word.
 bool isAsked(const char* variable, const char* word) {
   return std::string(environment(variable, "")).find(word) != std::string::npos;
 }
 
-/// Does to the process what a library may.
+/// Does to the process what ORSK_TEST_SPOIL says.
 void spoilStreams() {
   for (std::FILE* const stream : {stdout, stderr}) {
     if (isAsked("ORSK_TEST_SPOIL", "wide")) {
@@ -100,8 +99,7 @@ bool releaseOwnText(zuerr_Status* status, std::uint32_t newSize) {
   return true;
 }
 
-/// Gets a buffer as the record's contract says, and checks that it is laid out as agreed. Returns
-/// whether there is one.
+/// Requests a buffer from the caller's callback and checks it. Returns false if there is none.
 bool takeCallersBuffer(zuerr_Status* status, std::uint32_t size) {
   setAtWork(false);
   const bool provided = status->resize(status, size);
@@ -131,7 +129,7 @@ void leaveText(zuerr_Status* status) {
   if (owner("unsized")) status->capacity = 0;
 }
 
-/// One call: collects what its arguments are, and answers in them.
+/// One call: records its arguments and writes the results.
 class Call {
  public:
   explicit Call(const char* function) {
@@ -166,7 +164,7 @@ class Call {
     }
   }
 
-  /// A buffer, and then its size.
+  /// A buffer, then its size.
   void take(char* buffer) { buffer_ = buffer; }
   void take(std::size_t size) {
     const bool zero = std::all_of(buffer_, buffer_ + size, [](char byte) { return byte == 0; });
@@ -187,7 +185,7 @@ class Call {
     }
   }
 
-  /// The end of the call. Returns the result.
+  /// Ends the call. Returns the result.
   std::uint32_t answer() {
     log(line_.str() + ")\n");
     usleep(1000 * static_cast<useconds_t>(std::atoi(environment("ORSK_TEST_DELAY_MS", "0"))));

@@ -1,5 +1,4 @@
-// The library's C interface, for what the program never sends or drops: other document types, members
-// that are missing or wrong, small buffers, warnings; and for a caller that runs out of memory.
+// The simulator's C interface: what the program never sends or ignores, failing allocations, killed processes.
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
@@ -49,13 +48,13 @@ class Simulator : public testing::Test {
     return text.str();
   }
 
-  /// Replaces the state; an empty text is none.
+  /// Replaces the state; for an empty text deletes it.
   void setState(const std::string& text) const {
     std::filesystem::remove(state());
     if (!text.empty()) std::ofstream(state()) << text;
   }
 
-  /// Returns the code that `call` leaves, 0 for none.
+  /// Returns the status code of `call`.
   static std::int32_t codeOf(const Call& call) {
     zuerr_Status status = zuerr_initialStatus;
     errno = ENOENT;  // A caller's errno means nothing to the library.
@@ -140,10 +139,10 @@ TEST_F(Simulator, ErrorsHaveNoResult) {
 
 constexpr const char* host = R"({"remoteHost":"h"})";
 
-/// The code if the JSON library ended the process: its destructors allocate.
+/// The code if the JSON library aborts: its destructors allocate.
 constexpr std::int32_t aborted = INT32_MIN;
 
-/// Returns the code that `call` leaves with its N-th allocation failing, or nothing if it makes fewer.
+/// Returns the status code of `call` if its N-th allocation fails, or nothing if it makes fewer.
 std::optional<std::int32_t> codeWithFailingAllocation(std::size_t number, const Call& call) {
   auto* const code = static_cast<std::int32_t*>(
       mmap(nullptr, sizeof(std::int32_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
@@ -166,7 +165,7 @@ std::optional<std::int32_t> codeWithFailingAllocation(std::size_t number, const 
   return exit == 0 ? std::optional(left) : std::nullopt;
 }
 
-/// Kills a process at the N-th system call of `call`, on entry. Returns whether it makes as many.
+/// Kills a process when it enters the N-th system call of `call`. Returns false if it makes fewer.
 bool killedAtSystemCall(int number, const Call& call) {
   const pid_t child = fork();
   if (child == 0) {
@@ -177,7 +176,7 @@ bool killedAtSystemCall(int number, const Call& call) {
     _exit(0);
   }
   int status = 0;
-  // Each system call stops the process twice, and so do the signal and what raise() calls after it.
+  // Each system call stops the process twice.
   for (int stop = 0; stop < 2 * number && waitpid(child, &status, 0) == child && !WIFEXITED(status); ++stop) {
     ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
   }

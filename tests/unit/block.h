@@ -6,10 +6,10 @@
 
 #include "errors/json_text_buffer.h"
 
-/// A heap block of exactly the size asked for, so that a sanitizer sees any access beyond it.
+/// A heap block of exact size, so that a sanitizer detects any access beyond it.
 class Block {
  public:
-  /// A buffer laid out for `text` with `room` free bytes.
+  /// Initialises a buffer with `text` and `room` free bytes.
   Block(const std::string& text, std::size_t room) : size_(text.size() + room + 2), bytes_(new char[size_]) {
     std::memset(bytes_.get(), '#', size_);
     jsonbuf_init(bytes_.get(), size_, text.c_str());
@@ -17,7 +17,7 @@ class Block {
 
   char* at(std::size_t offset) const { return bytes_.get() + offset; }
   std::string text() const { return bytes_.get(); }
-  /// Whether the bytes after the text are as agreed.
+  /// Returns whether the bytes behind the text are valid.
   bool isLaidOut() const { return layoutOf(bytes_.get(), size_) == "text, zeros, J"; }
 
   static std::string layoutOf(const char* bytes, std::size_t size) {

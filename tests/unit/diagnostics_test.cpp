@@ -11,7 +11,7 @@ namespace {
 
 std::string written;
 
-/// Catches what is written, for one test.
+/// Collects the lines of one test.
 class Trace : public testing::Test {
  protected:
   Trace() {
@@ -36,7 +36,7 @@ class Trace : public testing::Test {
 const std::string blanks28(28, ' ');
 const std::string prefixOfMain = "[   orskapp|" + blanks28 + "main|0007] ";
 
-/// Returns what is written for one line.
+/// Returns the line that is written.
 std::string traced(const orskdbg_VarLine& context, const std::string& message) {
   written.clear();
   context("%s", message.c_str());
@@ -73,7 +73,7 @@ TEST_F(Trace, LinesAreCutAt511Characters) {
   EXPECT_EQ(std::string(511, 't'), traced({"main", 7, std::string(600, 't').c_str()}, "m"));
 }
 
-// Columns wider than the line, and a formatter that fills whatever room it is given.
+// Columns wider than the line, and a formatter that fills the room.
 TEST_F(Trace, PrefixStaysWithinTheLine) {
   orskdbg_componentWidth = 600;
   EXPECT_EQ("[" + std::string(509, ' ') + "\n", traced({"main", 7, "\n"}, "m"));

@@ -16,8 +16,8 @@ bool libraryResize(zuerr_Status* status, std::uint32_t newSize) {
   return true;
 }
 
-/// Leaves `code` in a record, with a text under our callback or the library's.
-void leave(zuerr_Status* status, std::int32_t code, bool librarysBuffer) {
+/// Reports `code` in a record, with a text under our callback or the library's.
+void report(zuerr_Status* status, std::int32_t code, bool librarysBuffer) {
   status->code = code;
   EXPECT_EQ(zuerr_defaultResize, status->resize);
   zuerr_setJson(status, "[1]");
@@ -31,7 +31,7 @@ TEST(ScopedStatus, ThrowsErrorsAndReleasesEveryTextOnce) {
       bool thrown = false;
       try {
         zuerr::ScopedStatus status;
-        leave(&status, code, librarysBuffer);
+        report(&status, code, librarysBuffer);
       } catch (const zuerr::ExceptionBase& error) {
         thrown = error.status.code == code && error.status.resize == zuerr_defaultResize;
         EXPECT_STREQ("[1]", error.what());
@@ -46,7 +46,7 @@ TEST(ScopedStatus, ThrowsNothingDuringAnotherException) {
   struct ClosesInFlight {
     ~ClosesInFlight() {
       zuerr::ScopedStatus status;
-      leave(&status, -1, true);
+      report(&status, -1, true);
     }
   };
   releases = 0;
@@ -64,7 +64,7 @@ TEST(LibraryException, CopyTakesTheText) {
   EXPECT_STREQ("", source.what());
   zuerr::Exception ofSuccess(source);
   EXPECT_EQ(0, ofSuccess.status.code);
-  leave(&source.status, -5, false);
+  report(&source.status, -5, false);
   zuerr::Exception copy(source);
   EXPECT_STREQ("[1]", static_cast<const std::exception&>(copy).what());
   EXPECT_STREQ("[1]", copy.zuerr::ExceptionBase::what());

@@ -13,7 +13,7 @@
 
 namespace {
 
-// A line is one write, even one that is made of pieces; a socket keeps the writes apart.
+// A line of several pieces is one write. A socket separates writes.
 TEST(Output, WritesALineAtOnce) {
   int ends[2];
   ASSERT_EQ(0, socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends));
@@ -83,8 +83,7 @@ TEST(CommandLine, KeepsWhatItRead) {
   EXPECT_EQ((FlagMap{{"-q", false}, {"-t", false}}), readCommandLine(2, words).flags);
 }
 
-// The grammar's check lets no such word through; the tables and the dispatch would have to
-// disagree.
+// Only possible if the tables and the dispatch differ.
 TEST(Dispatch, ReportsACommandWithoutABranch) {
   static std::string trace;
   const auto write = orskdbg_write;

@@ -112,7 +112,7 @@ char* insertXx(char* position) {
   return room == nullptr ? nullptr : static_cast<char*>(std::memset(room, 'x', 2)) + 2;
 }
 
-// Every insert, with room to spare, with exactly the room it needs, and with any less.
+// Each insert with more room than it needs, exactly as much, and less.
 TEST(JsonTextBuffer, InsertsInPlaceOrChangesNothing) {
   using Insert = std::function<char*(char*)>;
   const auto string = [](const char* key, const char* value) -> Insert {
@@ -177,7 +177,7 @@ TEST(JsonTextBuffer, RejectsMoreThanThereCanBe) {
   EXPECT_EQ("[[],1]", block.text());
 }
 
-/// Grows one byte at a time, and fails at `size`.
+/// Grows by one byte each time, up to a limit.
 struct OneByteGrower {
   explicit OneByteGrower(std::size_t limit) : most(limit) {}
 

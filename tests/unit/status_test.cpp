@@ -24,7 +24,7 @@ struct OwnedStatus : zuerr_Status {
   ~OwnedStatus() { zuerr_release(this); }
 };
 
-/// Sizes that a callback was asked for; it provides none of them.
+/// The sizes that were requested from a callback, which provides none.
 using Requests = std::vector<std::uint32_t>;
 Requests requests;
 bool reject(zuerr_Status*, std::uint32_t newSize) {
@@ -104,7 +104,7 @@ TEST(Status, SetCodeAtDescribesTheSite) {
   EXPECT_TRUE(zuerr_setCodeAt(&rejectedToo, -4, &site, nullptr));
 }
 
-// Whatever is added last before the buffer is full, the record grows and the text stays whole.
+// The record grows at each member, and the text stays complete.
 TEST(Status, GrowsForEveryMember) {
   for (std::size_t filled = 380; filled < 512; ++filled) {
     const std::string text = "{\"" + std::string(filled, 'x') + "\":1}";
@@ -153,7 +153,7 @@ TEST(Status, SetJsonTakesTextOrEmptyObject) {
   }
 }
 
-// The sizes that a record asks its callback for.
+// The sizes that a record requests from its callback.
 TEST(Status, GrowthAndRoomHaveLimits) {
   const std::pair<std::uint32_t, Requests> growths[] = {{0, {}},          {1, {}},          {2, {}},
                                                         {4, {6}},         {512, {1022}},    {0x40000000, {0x7FFFFFFE}},
