@@ -77,8 +77,8 @@ bool orsksapi_syncDomain_isCoherentSinceLastChecked(const char* syncDomainUri,
                                                     struct zuerr_Status* status);
 /* Creates a sync domain with the devices of hosts, and writes the URI of its timescale into the
  * buffer. paramsName: "syncDomainCreateAndAddRemoteDevicesParams".
- * Members: those of "syncDomainParams", where timescaleUri may be null, and remoteHosts (an array of
- * strings). */
+ * Members: those of "syncDomainParams", where timescaleUri may be null, and remoteHosts (an array
+ * of strings). */
 void orsksapi_syncDomain_createAndAddDevices(const char* paramsName, const char* paramsJson,
                                              char* buffer, size_t bufferSize,
                                              struct zuerr_Status* status);

@@ -1,5 +1,5 @@
-// The floor: a program that makes the library call of a command and prints the same lines, without checks and
-// conversions.
+// The floor: a program that makes the library call of a command and prints the same lines, without
+// checks and conversions.
 
 #include <stdio.h>
 #include <string.h>
