@@ -180,7 +180,7 @@ void orsksapi_syncDomain_createAndAddDevices(const char* name, const char* json,
                                              std::size_t size, zuerr_Status* status) {
   performText("syncDomain_createAndAddDevices", buffer, size, status, [&](Operation& operation) {
     const Document document("syncDomainCreateAndAddRemoteDevicesParams", name, json);
-    const std::string timescaleUri = document.textOr(localTimescaleUri, "timescaleUri");
+    std::string timescaleUri = document.textOr(localTimescaleUri, "timescaleUri");
     Domain& domain = createDomain(operation.state, document, timescaleUri);
     for (const std::string& host : document.texts("remoteHosts")) {
       requireHost(operation.state, host);

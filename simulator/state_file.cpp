@@ -90,7 +90,7 @@ void requireNamed(const Descriptor& file, const std::string& path) {
 /// and nothing else. Throws `damaged` for any other text.
 State stateOf(const std::string& text, const Error& damaged) {
   using nlohmann::json;
-  if (text.size() > longestText || text.find('\0') != std::string::npos) throw damaged;
+  if (text.size() > longestText || text.find('\0') != std::string::npos) throw Error(damaged);
   std::vector<std::set<std::string>> names;
   // The parser accepts repeated members and any depth, but the handling of its result is recursive.
   const auto check = [&](int depth, json::parse_event_t event, const json& parsed) {
@@ -98,7 +98,7 @@ State stateOf(const std::string& text, const Error& damaged) {
     if (event == json::parse_event_t::object_end) names.pop_back();
     const bool isKey = event == json::parse_event_t::key;
     const bool isRepeated = isKey && !names.back().insert(parsed).second;
-    if (isRepeated || depth > deepestNesting) throw damaged;
+    if (isRepeated || depth > deepestNesting) throw Error(damaged);
     return true;
   };
   try {
@@ -107,10 +107,10 @@ State stateOf(const std::string& text, const Error& damaged) {
     std::ranges::sort(whole.at("hosts").get_ref<json::array_t&>());
     State state = whole.get<State>();
     // The texts differ if a value was converted, dropped or repeated.
-    if (!isValid(state) || json(state).dump() != whole.dump()) throw damaged;
+    if (!isValid(state) || json(state).dump() != whole.dump()) throw Error(damaged);
     return state;
   } catch (const json::exception&) {
-    throw damaged;  // Not JSON, or a value of another type.
+    throw Error(damaged);  // Not JSON, or a value of another type.
   }
 }
 

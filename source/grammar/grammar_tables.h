@@ -58,7 +58,7 @@ template <typename Row, std::size_t size>
 constexpr auto withCommands(Row (*rowOf)(std::string_view command), const Row (&rows)[size]) {
   static_assert(validCommands.front() == "help", "help is the first command.");
   std::array<Row, validCommands.size() - 1 + size> result{};
-  const auto next =
+  auto* const next =
       std::transform(validCommands.begin() + 1, validCommands.end(), result.begin(), rowOf);
   std::copy(std::begin(rows), std::end(rows), next);
   return result;
