@@ -35,15 +35,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   setenv("ORSK_TEST_CODE", std::to_string(code).c_str(), 1);
   setenv("ORSK_TEST_TEXT", "{}", 1);
   words.erase(words.begin());
-  const InProcessOutcome outcome = runInProcess(words);
+  const InProcessResult result = runInProcess(words);
 
-  const std::ptrdiff_t errors = count(outcome.errors, "ERROR: ");
-  const std::ptrdiff_t calls = count(outcome.calls, "orsksapi_");
-  check((outcome.status == 0) == outcome.errors.empty());
-  check(errors == (outcome.status == 0 ? 0 : 1));
+  const std::ptrdiff_t errors = count(result.errors, "ERROR: ");
+  const std::ptrdiff_t calls = count(result.calls, "orsksapi_");
+  check((result.status == 0) == result.errors.empty());
+  check(errors == (result.status == 0 ? 0 : 1));
   check(calls <= 1);
-  const bool versionQuery = outcome.calls.starts_with("orsksapi_getApiVersion");
-  if (calls == 1) check(outcome.status == (code < 0 && !versionQuery ? code : 0));
-  if (outcome.status != 0) check(outcome.output.empty());
+  const bool versionQuery = result.calls.starts_with("orsksapi_getApiVersion");
+  if (calls == 1) check(result.status == (code < 0 && !versionQuery ? code : 0));
+  if (result.status != 0) check(result.output.empty());
   return 0;
 }

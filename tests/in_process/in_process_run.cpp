@@ -46,19 +46,19 @@ int callLog() {
 
 }  // namespace
 
-InProcessOutcome runInProcess(const std::vector<std::string>& words, void (*atConsole)(bool begins)) {
+InProcessResult runInProcess(const std::vector<std::string>& words, void (*atConsole)(bool begins)) {
   callLog();
   std::vector<const char*> arguments{"orskapp"};
   for (const std::string& word : words) arguments.push_back(word.c_str());
   arguments.push_back(nullptr);
 
-  InProcessOutcome outcome;
+  InProcessResult result;
   Caught output(STDOUT_FILENO), errors(STDERR_FILENO);
   if (atConsole != nullptr) atConsole(true);
-  outcome.status = runConsole(static_cast<int>(arguments.size()) - 1, arguments.data());
+  result.status = runConsole(static_cast<int>(arguments.size()) - 1, arguments.data());
   if (atConsole != nullptr) atConsole(false);
-  outcome.errors = errors.finish();
-  outcome.output = output.finish();
-  outcome.calls = Caught::take(callLog());
-  return outcome;
+  result.errors = errors.finish();
+  result.output = output.finish();
+  result.calls = Caught::take(callLog());
+  return result;
 }

@@ -21,20 +21,20 @@ const char* const otherLines[] = {
 std::size_t failEveryAllocation(const std::string& line) {
   std::istringstream stream(line);
   const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
-  const InProcessOutcome whole = runInProcess(words);
+  const InProcessResult whole = runInProcess(words);
   for (std::size_t number = 1;; ++number) {
     allocationsUntilFailure = number;
-    const InProcessOutcome outcome = runInProcess(words, countAllocations);
+    const InProcessResult result = runInProcess(words, countAllocations);
     if (allocationsUntilFailure > 0) {
-      EXPECT_EQ(whole, outcome) << line;
+      EXPECT_EQ(whole, result) << line;
       return number - 1;
     }
     SCOPED_TRACE(line + ", allocation " + std::to_string(number));
-    if (outcome == whole) continue;
-    EXPECT_NE(0, outcome.status);
-    EXPECT_NE(std::string::npos, outcome.errors.find("ERROR: "));
-    EXPECT_EQ(std::string::npos, outcome.output.find("SUCCESS"));
-    EXPECT_EQ(0U, whole.calls.find(outcome.calls));
+    if (result == whole) continue;
+    EXPECT_NE(0, result.status);
+    EXPECT_NE(std::string::npos, result.errors.find("ERROR: "));
+    EXPECT_EQ(std::string::npos, result.output.find("SUCCESS"));
+    EXPECT_EQ(0U, whole.calls.find(result.calls));
   }
 }
 
