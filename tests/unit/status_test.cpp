@@ -155,10 +155,14 @@ TEST(Status, SetJsonTakesTextOrEmptyObject) {
 
 // The sizes that a record requests from its callback.
 TEST(Status, GrowthAndRoomHaveLimits) {
-  const std::pair<std::uint32_t, Requests> growths[] = {{0, {}},          {1, {}},          {2, {}},
-                                                        {4, {6}},         {512, {1022}},    {0x40000000, {0x7FFFFFFE}},
-                                                        {0x40000001, {}}, {0x80000000, {}}, {0x80000001, {}},
-                                                        {0x80000002, {}}, {0xC0000000, {}}, {0xFFFFFFFF, {}}};
+  struct Row {
+    std::uint32_t size;
+    Requests expected;
+  };
+  const Row growths[] = {{0, {}},          {1, {}},          {2, {}},
+                         {4, {6}},         {512, {1022}},    {0x40000000, {0x7FFFFFFE}},
+                         {0x40000001, {}}, {0x80000000, {}}, {0x80000001, {}},
+                         {0x80000002, {}}, {0xC0000000, {}}, {0xFFFFFFFF, {}}};
   for (const zuerr_ResizeFn callback : {reject, claim}) {
     for (const auto& [capacity, expected] : growths) {
       Block block("{}", 0);
@@ -168,8 +172,8 @@ TEST(Status, GrowthAndRoomHaveLimits) {
       EXPECT_EQ(expected, requests) << capacity;
     }
   }
-  const std::pair<std::uint32_t, Requests> rooms[] = {
-      {0, {}}, {2, {}}, {3, {5}}, {0x7FFFFFFD, {0x7FFFFFFF}}, {0x7FFFFFFE, {}}, {0xFFFFFFFE, {}}, {0xFFFFFFFF, {}}};
+  const Row rooms[] = {{0, {}},          {2, {}},          {3, {5}},        {0x7FFFFFFD, {0x7FFFFFFF}},
+                       {0x7FFFFFFE, {}}, {0xFFFFFFFE, {}}, {0xFFFFFFFF, {}}};
   for (const auto& [room, expected] : rooms) {
     Block block("{}", 0);
     zuerr_Status status{0, 4, reject, block.at(0)};
