@@ -60,7 +60,10 @@ TEST(Output, AStreamThatCannotBeWaitedForIsAnError) {
   getrlimit(RLIMIT_NOFILE, &before);
   const rlimit none{0, before.rlim_max};
   setrlimit(RLIMIT_NOFILE, &none);
+  // Without the wait this would be a busy loop, which the signal ends.
+  alarm(20);
   const int error = writeLine(ends[1], "x");
+  alarm(0);
   setrlimit(RLIMIT_NOFILE, &before);
   EXPECT_EQ(EINVAL, error);
   close(ends[0]);
@@ -70,17 +73,6 @@ TEST(Output, AStreamThatCannotBeWaitedForIsAnError) {
 TEST(CommandLine, MayHoldNotEvenAProgramName) {
   const char* const none[] = {nullptr};
   EXPECT_THROW(readCommandLine(0, none), NoCmdException);
-}
-
-TEST(CommandLine, KeepsWhatItRead) {
-  const char* const words[] = {"orskapp", "list", "correlators", "create", "-q", "--a",
-                               "-t",      "--a",  "1",           "--b",    "",   nullptr};
-  const CommandLine line = readCommandLine(11, words);
-  EXPECT_EQ("list", line.command);
-  EXPECT_EQ((ArgumentList{"correlators", "create"}), line.arguments);
-  EXPECT_EQ((FlagMap{{"-q", true}, {"-t", true}}), line.flags);
-  EXPECT_EQ((OptionMap{{"a", "-t"}, {"a", "1"}, {"b", ""}}), line.options);
-  EXPECT_EQ((FlagMap{{"-q", false}, {"-t", false}}), readCommandLine(2, words).flags);
 }
 
 // Only possible if the tables and the dispatch differ.
