@@ -145,16 +145,16 @@ void finish(const Operation& operation, bool simulated) {
   if (!simulated) std::this_thread::sleep_for(std::chrono::nanoseconds(wait.durationNs));
   if (wait.timesOut) throw Error(timedOut, wait.domainUri);
   if (simulated) return;
-  bool coherent = false;
   try {
     State state = StateFile(StateFile::IfMissing::fail).read();
     const std::int64_t endNs = later(operation.nowNs, wait.durationNs);
     const std::int64_t momentNs = std::max(enterTime(state, false), endNs);
     const auto found = state.domains.find(wait.domainUri);
-    coherent = found != state.domains.end() && found->second.isCoherentAt(momentNs);
-  } catch (const StateDeleted&) {  // Together with the domain.
+    if (found != state.domains.end() && found->second.isCoherentAt(momentNs)) return;
+  } catch (const StateDeleted&) {
+    throw Error(domainStopped, wait.domainUri);
   }
-  if (!coherent) throw Error(domainStopped, wait.domainUri);
+  throw Error(domainStopped, wait.domainUri);
 }
 
 }  // namespace
