@@ -39,6 +39,10 @@ char* setText(zuerr_Status* status, std::string_view text) {
 
 constexpr std::string_view emptyText = "{}";
 
+std::string_view textOrEmptyObject(const zuerr_Status& status) {
+  return status.json == nullptr ? emptyText : zuerr_text(status);
+}
+
 void setIfGiven(bool* textOk, bool ok) {
   if (textOk != nullptr) *textOk = ok;
 }
@@ -54,7 +58,7 @@ bool zuerr_defaultResize(zuerr_Status* status, std::uint32_t newSize) noexcept {
   }
   if (newSize <= status->capacity) return true;
   if (newSize >= firstRejectedSize) return false;
-  const std::string_view text = status->json == nullptr ? emptyText : zuerr_text(*status);
+  const std::string_view text = textOrEmptyObject(*status);
   // A text without its NUL cannot be kept.
   if (status->capacity > 0 && text.size() == status->capacity) return false;
   const std::uint32_t size = newSize <= smallestBuffer ? smallestBuffer : std::bit_ceil(newSize);
@@ -102,10 +106,8 @@ bool zuerr_merge(zuerr_Status* destination, zuerr_Status* source, bool* textOk) 
       source->capacity = 0;
       source->json = nullptr;
     }
-  } else {
-    const char* const copied =
-        setText(destination, source->json == nullptr ? emptyText : zuerr_text(*source));
-    if (copied == nullptr) setIfGiven(textOk, false);
+  } else if (setText(destination, textOrEmptyObject(*source)) == nullptr) {
+    setIfGiven(textOk, false);
   }
   return true;
 }

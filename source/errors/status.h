@@ -4,11 +4,10 @@
 ///
 /// Contract between the owner of the record and the reporter:
 /// 1. The owner initialises the record with code 0, no text and its own `resize` callback. The
-/// record
-///    exists during the whole call. The reporter allocates the text with the record's `resize`.
+///    record exists during the whole call. The reporter allocates the text with the record's
+///    `resize`.
 /// 2. Code 0 is success, above 0 a warning, below 0 an error. The severity only rises: the first
-/// error
-///    and its text stay.
+///    error and its text stay.
 /// 3. `json` is null or a buffer of `capacity` bytes, see json_text_buffer.h.
 /// 4. The owner releases the text with the record's `resize` and size 0. The reporter may have
 ///    replaced the callback.

@@ -12,8 +12,7 @@
 
 /// Makes the standard streams safe. Call it before the client library is initialised.
 /// - A closed stream becomes a pipe without a writer, so that no file of the client library takes
-/// its
-///   number. It reads as the end of input, and a write to it fails with EBADF, see pipe(7). If
+///   its number. It reads as the end of input, and a write to it fails with EBADF, see pipe(7). If
 ///   there can be no pipe, the process ends with status 1.
 /// - A closed pipe and a file that cannot grow are failed writes. They do not end the process, see
 ///   signal(7).

@@ -7,8 +7,7 @@
 ///    and returns its result.
 /// 2. `status` is a fresh record of the caller. Only its code reports an error, see `callService`.
 /// 3. The caller owns output buffers and `Timestamp`s and fills them with zero bytes before the
-/// call.
-///    Their contents after the call are outside input.
+///    call. Their contents after the call are outside input.
 
 #include <cstddef>
 #include <cstdint>

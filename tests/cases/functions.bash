@@ -72,11 +72,9 @@ every_command() {
 
 # install_launcher PREFIX: copies the program, the launcher and the simulator to where an installation has them.
 install_launcher() {
-  local build
-  build=$(dirname "$(command -v orskapp)")/..
   mkdir -p "$1/bin" "$1/lib/orskapp/simulator"
-  cp "$build/bin/orskapp" "$build/packaging/orskapp-simulated" "$1/bin"
-  cp "$build/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
+  cp "$BUILD/bin/orskapp" "$BUILD/packaging/orskapp-simulated" "$1/bin"
+  cp "$BUILD/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
   launcher=$1/bin/orskapp-simulated
 }
 # launch LABEL [VARIABLE=VALUE]: asks the launcher that was installed last for the version.
