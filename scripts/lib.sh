@@ -89,7 +89,7 @@ build() {
 # install_build BUILD PREFIX: installs without writing into the build: its parts' own scripts write no manifest.
 install_build() {
   local part
-  for part in simulator source packaging; do
+  for part in source simulator packaging; do
     quietly cmake -DCMAKE_INSTALL_PREFIX="$2" -P "$1/$part/cmake_install.cmake"
   done
 }
@@ -98,7 +98,7 @@ install_build() {
 build_program() {
   echo "Building: $1, the program"
   quietly cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev
-  quietly cmake --build --preset "$1" --target orskapp orsksapi packaged_files check_record
+  quietly cmake --build --preset "$1" --target orskapp orskapp-simulated orskapp-rehearse orsksapi packaged_files check_record
 }
 
 # test_preset PRESET [OPTION...]: runs the preset's tests, and prints which fail and how many pass.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -9,14 +10,34 @@
 
 namespace simulator {
 
+/// Returns the parsed text, in which no object repeats a member and no text contains a NUL. Throws
+/// `invalid` for any other JSON, also if it is nested more than four times, as deeply as a state:
+/// the handling of the result is recursive. If the text is not JSON, the result is discarded.
+inline nlohmann::json parseStrictly(const std::string& text, const Error& invalid) {
+  using nlohmann::json;
+  std::vector<std::set<std::string>> names;
+  const auto check = [&](int depth, json::parse_event_t event, const json& parsed) {
+    if (event == json::parse_event_t::object_start) names.emplace_back();
+    if (event == json::parse_event_t::object_end) names.pop_back();
+    const bool isKey = event == json::parse_event_t::key;
+    const bool isRepeated = isKey && !names.back().insert(parsed).second;
+    const bool hasNul =
+        parsed.is_string() && parsed.get<std::string>().find('\0') != std::string::npos;
+    if (isRepeated || hasNul || depth > 4) throw Error(invalid);
+    return true;
+  };
+  return json::parse(text, check, false);
+}
+
 /// A parameter document. Each function throws an `Error` for what is wrong in the document.
 class Document {
  public:
-  /// Checks the document's type name and that it is a JSON object.
-  Document(const std::string& expectedName, const char* name, const char* json)
-      : document_(nlohmann::json::parse(json, nullptr, false)) {
+  /// Checks the document's type name, and that it is a JSON object with at most `count` members.
+  Document(const std::string& expectedName, std::size_t count, const char* name, const char* json)
+      : document_(parseStrictly(json, Error(memberUnknown, json))) {
     if (expectedName != name) throw Error(wrongDocumentType, name);
     if (!document_.is_object()) throw Error(documentNotJson, json);
+    if (document_.size() > count) throw Error(memberUnknown, json);
   }
 
   /// Returns a string member that is not empty.
@@ -43,9 +64,8 @@ class Document {
 
  private:
   static std::string textOf(const nlohmann::json& value, const char* key) {
-    if (!value.is_string() || value.get_ref<const std::string&>().empty())
-      throw Error(memberOfWrongType, key);
-    return value.get<std::string>();
+    if (!value.is_string() || value == "") throw Error(memberOfWrongType, key);
+    return value;
   }
 
   const nlohmann::json& member(const char* key) const {

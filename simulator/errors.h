@@ -40,12 +40,13 @@ inline constexpr Condition
     badVariable       {-61021, "orsksapisimerr_badVariable",         "An environment variable has an invalid value."},
     internalError     {-61022, "orsksapisimerr_internalError",       "The simulator failed."},
     domainStopped     {-61023, "orsksapisimerr_domainStopped",       "The sync domain was stopped, restarted or deleted during the wait, or the state was used in simulated time."},
+    memberUnknown     {-61024, "orsksapisimerr_memberUnknown",       "A member is unknown, repeated or nested too deeply, or a text contains a NUL."},
     hostAlreadyLoaded { 61001, "orsksapisimwarn_hostAlreadyLoaded",  "The host's resources are already loaded."},
     domainNotRunning  { 61002, "orsksapisimwarn_domainNotRunning",   "The sync domain is not running."};
 // clang-format on
 
-/// An error, with the offending value and the place that found it. Thrown where it ends the
-/// operation. With a positive code it is a warning.
+/// An error, with the offending value and the place that found it: clang 14 has no
+/// std::source_location. Thrown where it ends the operation. With a positive code it is a warning.
 struct Error {
   Error(const Condition& what, std::string value, const char* inFile = __builtin_FILE(),
         int atLine = __builtin_LINE())
@@ -57,19 +58,13 @@ struct Error {
   int line;
 };
 
-/// Writes a condition into the caller's status record. Allocates nothing but the record's text. The
-/// place is that of the call: clang 14 has no std::source_location.
-inline void report(zuerr_Status* status, const Condition& condition, const char* value,
-                   const char* file = __builtin_FILE(), int line = __builtin_LINE()) noexcept {
-  const zuerr_Site site{file, line, "orsksapi-simulator", condition.constant};
-  if (!zuerr_setCodeAt(status, condition.code, &site, nullptr)) return;
-  char* position = zuerr_findClosingBrace(status);
-  position = zuerr_addString(status, position, "message", condition.message);
-  zuerr_addString(status, position, "value", value);
-}
-
+/// Writes an error into the caller's status record. Allocates nothing but the record's text.
 inline void report(zuerr_Status* status, const Error& error) noexcept {
-  report(status, error.condition, error.offendingValue.c_str(), error.file, error.line);
+  const zuerr_Site site{error.file, error.line, "orsksapi-simulator", error.condition.constant};
+  if (!zuerr_setCodeAt(status, error.condition.code, &site, nullptr)) return;
+  char* position = zuerr_findClosingBrace(status);
+  position = zuerr_addString(status, position, "message", error.condition.message);
+  zuerr_addString(status, position, "value", error.offendingValue.c_str());
 }
 
 }  // namespace simulator

@@ -1,7 +1,6 @@
 #include "simulator/model.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "simulator/errors.h"
 
@@ -18,9 +17,7 @@ std::string hostBehind(const std::string& prefix, const std::string& uri) {
 /// the range.
 std::int64_t derivedFrom(const std::string& name, std::int64_t most) {
   std::uint64_t hash = 14695981039346656037U;
-  for (const char byte : name) {
-    hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
-  }
+  for (const char byte : name) hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
   return static_cast<std::int64_t>(hash % static_cast<std::uint64_t>(2 * most + 1)) - most;
 }
 
@@ -30,7 +27,7 @@ bool isValid(const State& state) {
   const auto isMoment = [](std::int64_t ns) { return ns >= 0 && ns <= latestNs; };
   const bool isClock = state.clock_ns == 0 || state.clock_ns >= simulatedTimeStartNs;
   bool valid = isClock && isMoment(state.clock_ns);
-  valid &= !state.hosts.contains("") && !state.domains.contains("");
+  valid &= !state.hosts.contains("") && !state.domains.contains("") && !state.calls.contains("");
   for (const auto& [uri, domain] : state.domains) {
     valid &= isMoment(domain.runningSince_ns) && isMoment(domain.checkedSince_ns) &&
              !domain.timescaleUri.empty() && std::ranges::count(domain.deviceUris, "") == 0;
@@ -46,9 +43,8 @@ void requireHost(const State& state, const std::string& host) {
 }
 
 void requireTimescale(const State& state, const std::string& uri) {
-  const bool known =
-      uri == localTimescaleUri || state.hosts.contains(hostBehind(timescalePrefix, uri));
-  if (!known) throw Error(timescaleUnknown, uri);
+  if (uri != localTimescaleUri && !state.hosts.contains(hostBehind(timescalePrefix, uri)))
+    throw Error(timescaleUnknown, uri);
 }
 
 void requireFreeDevice(const State& state, const std::string& uri) {
@@ -95,14 +91,6 @@ const Domain* domainOfDevice(const State& state, const std::string& uri) {
   return nullptr;
 }
 
-void moveMoments(State& state, std::int64_t byNs) {
-  for (auto& [uri, domain] : state.domains) {
-    for (std::int64_t* const moment : {&domain.runningSince_ns, &domain.checkedSince_ns}) {
-      if (*moment != 0) *moment = later(*moment, byNs);
-    }
-  }
-}
-
 std::int64_t offsetNs(const State& state, const std::string& timescaleUri, std::int64_t nowNs) {
   std::int64_t offset = 0;
   std::string uri = timescaleUri;
@@ -126,15 +114,13 @@ Timestamp shifted(const Timestamp& time, std::int64_t ns) {
   constexpr Ticks ticksPerNs = Ticks{1} << 32;
   constexpr Ticks ticksPerSecond = ticksPerNs * nsPerSecond;
 
-  if (time.nanoseconds >= nsPerSecond) {
+  if (time.nanoseconds >= nsPerSecond)
     throw Error(timeOutOfRange, std::to_string(time.nanoseconds) + " ns");
-  }
   const Ticks given = time.seconds * ticksPerSecond + time.nanoseconds * ticksPerNs + time.fraction;
   const Ticks moved = (time.negative != 0 ? -given : given) + ns * ticksPerNs;
   const Ticks magnitude = moved < 0 ? -moved : moved;
-  if (magnitude / ticksPerSecond > UINT64_MAX) {
+  if (magnitude / ticksPerSecond > UINT64_MAX)
     throw Error(timeOutOfRange, std::to_string(time.seconds) + " s");
-  }
   return {static_cast<std::uint64_t>(magnitude / ticksPerSecond),
           static_cast<std::uint32_t>(magnitude % ticksPerSecond / ticksPerNs),
           static_cast<std::uint32_t>(magnitude % ticksPerNs),

@@ -45,9 +45,7 @@ struct Domain {
   bool isRunning() const { return runningSince_ns != 0; }
   /// Returns the moment at which a running domain becomes coherent.
   std::int64_t coherentFromNs() const { return runningSince_ns + minSyncDuration_ms * nsPerMs; }
-  bool isCoherentAt(std::int64_t momentNs) const {
-    return isRunning() && momentNs >= coherentFromNs();
-  }
+  bool isCoherentAt(std::int64_t ns) const { return isRunning() && ns >= coherentFromNs(); }
 };
 
 struct Correlator {
@@ -102,9 +100,6 @@ const Correlator& requireCorrelator(const State& state, const std::string& uri1,
 bool isInUse(const State& state, const std::string& host);
 /// Returns the domain that a device is in, or null.
 const Domain* domainOfDevice(const State& state, const std::string& uri);
-
-/// Moves the moments of running domains, which keep their elapsed time.
-void moveMoments(State& state, std::int64_t byNs);
 
 /// Returns how far a timescale is ahead of the local one. A host's clock has an offset of its own,
 /// derived from the host's name. While its device is in a coherent domain it follows the domain's

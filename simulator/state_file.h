@@ -1,54 +1,38 @@
 #pragma once
 
-#include <unistd.h>
+/// The state file. State, its lock and its temporary file lie side by side and are regular files of
+/// the effective user. Each function throws an `Error` for any failure.
 
-#include <optional>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <memory>
 #include <string>
-#include <utility>
 
-#include "simulator/errors.h"
 #include "simulator/model.h"
 
 namespace simulator {
 
-/// An open file that is closed with its scope; a negative number: none.
-struct Descriptor {
-  explicit Descriptor(int opened) noexcept : number(opened) {}
-  Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
-  Descriptor& operator=(Descriptor&&) = delete;
-  ~Descriptor() {
-    if (number >= 0) close(number);
-  }
-
-  int number;
+/// Held while files are created: they get their mode whatever the user's umask is, also if the
+/// process is killed.
+struct Umask {
+  ~Umask() { umask(before); }
+  const mode_t before = umask(0077);
 };
 
-/// Thrown if the state or its lock was deleted during an operation, which must then start again.
-struct StateDeleted : Error {
-  using Error::Error;
-};
+/// Returns the path of the state file, from the environment.
+std::string statePath();
 
-/// The state file, locked for one process while this object lives. State, lock and the temporary
-/// file beside them are regular files of the effective user. Throws an `Error` for any failure.
-class StateFile {
- public:
-  enum class IfMissing { create, fail };
+/// Waits until no other process has the lock. Creates a missing lock and its folders. The lock ends
+/// with the result; its file is never deleted.
+std::unique_ptr<std::FILE, int (*)(std::FILE*)> lockState(const std::string& path);
 
-  /// Finds the path in the environment and waits for the lock. Creates a missing lock and its
-  /// folders, or throws `StateDeleted`.
-  explicit StateFile(IfMissing ifMissing);
+/// Returns an empty state if there is no file. Does not change a damaged file. Needs no lock, since
+/// a change replaces the file.
+State readState(const std::string& path);
 
-  /// Returns an empty state if there is no file. Does not change a damaged file.
-  State read();
-
-  /// Replaces the whole file or nothing, even if the process is killed. Returns normally once the
-  /// file is replaced.
-  void write(const State& state) const;
-
- private:
-  std::string path_;
-  Descriptor lock_;
-  std::optional<Descriptor> state_;
-};
+/// Replaces the whole file or nothing, even if the process is killed. Returns normally once the
+/// file is replaced. Needs the lock.
+void writeState(const std::string& path, const State& state);
 
 }  // namespace simulator

@@ -8,7 +8,7 @@ TRAPHUP() { exit 130 }
 TRAPINT() { exit 130 }
 TRAPTERM() { exit 130 }
 bash -c 'source "$1/../scripts/lib.sh"; install_build "$2" "$3"' bash ${0:a:h} ${1:a} $prefix || exit
-for name in orskapp orskapp-simulated; do
+for name in orskapp orskapp-simulated orskapp-rehearse; do
   printf '#!/bin/sh\necho "${0##*/} $*" >>"${0%%/*}/../log"\n' >$prefix/bin/$name
 done
 print -r "fpath=(${(q)prefix}/share/zsh/site-functions \$fpath); autoload -Uz compinit; compinit -u -D" >$prefix/.zshrc
@@ -37,7 +37,8 @@ for shell command in ${(kv)shells}; do
   typed 'orskapp up' 'orskapp up' && sleep 1 &&
     typed $'orskapp getA\t' 'orskapp getApiVersion' &&
     typed $'orskapp syncD\tstartV\t--sav\t1 --tim\t9 -q' 'orskapp syncDomain startV2 --saveInitialCoherency 1 --timeout_s 9 -q' &&
-    typed $'orskapp-simulated list timesc\t' 'orskapp-simulated list timescales' || failed=1
+    typed $'orskapp-simulated list timesc\t' 'orskapp-simulated list timescales' &&
+    typed $'orskapp-rehearse basena\tx' 'orskapp-rehearse basename x' || failed=1
   zpty -d shell
 done
 exit $failed

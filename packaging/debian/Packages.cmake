@@ -27,7 +27,7 @@ set(CPACK_DEBIAN_SIMULATOR_PACKAGE_NAME orskapp-simulator)
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS "orskapp (= ${ORSKAPP_VERSION}-1)")
 set(CPACK_COMPONENT_SIMULATOR_DESCRIPTION "simulated service for the orskapp console
-Takes the place of the service's client library, so that operators can
-rehearse sessions and scripts, failures included, without the service.")
+Takes the place of the service, so that operators can rehearse sessions
+and scripts, failures included, without it.")
 
 include(CPack)

@@ -1,10 +1,7 @@
 # Functions for the scripts in the cases.
 
-# Runs orskapp with the simulator.
-simulated() { env -u LD_LIBRARY_PATH orskapp "$@"; }
-
 # Runs orskapp with the simulator and prints an error as its code and the offending value.
-reported() { simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
+reported() { orskapp-simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
 
 # expect OUTPUT COMMAND...: complains if the command prints something else. Lines are joined by blanks.
 expect() {
@@ -36,7 +33,7 @@ relate() { reported timestampCorrelator create --timescaleUri1 "$1" --timescaleU
 correlate() { reported timestampCorrelator correlate --srcTimescaleUri "$1" --dstTimescaleUri "$2" --s "$3" --ns "$4" --fns "$5" -q; }
 now() { reported timescale getTime --timescaleUri "${1:-timescale:local}" -q; }
 # compact KIND: the list on one line, without blanks.
-compact() { simulated list "$1" | tr -d '\n '; }
+compact() { orskapp-simulated list "$1" | tr -d '\n '; }
 
 # took_at_least MILLISECONDS COMMAND...: runs the command and complains if it was quicker.
 took_at_least() {
@@ -70,15 +67,21 @@ every_command() {
   done <<<"$lines" | sort | uniq -c | sed "s/^ *$(wc -l <<<"$lines") /all: /"
 }
 
-# install_launcher PREFIX: copies the program, the launcher and the simulator to where an installation has them.
-install_launcher() {
-  mkdir -p "$1/bin" "$1/lib/orskapp/simulator"
-  cp "$BUILD/bin/orskapp" "$BUILD/packaging/orskapp-simulated" "$1/bin"
-  cp "$BUILD/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
-  launcher=$1/bin/orskapp-simulated
+# foreign_library: sets what LD_PRELOAD and LD_AUDIT may name, the recording library. A process cannot have the address
+# sanitizer twice, as an auditor would.
+foreign_library() {
+  preloaded=$LD_LIBRARY_PATH/liborsksapi.so.1 audited=
+  ldd "$preloaded" | grep -q asan || audited=$preloaded
+  export ASAN_OPTIONS=verify_asan_link_order=0
 }
-# launch LABEL [VARIABLE=VALUE]: asks the launcher that was installed last for the version.
-launch() { show "$1" env "${@:2}" "$launcher" getApiVersion | sed "s|$SCRATCH/||g; s|/bin/\.\.||; s|//*|/|g"; }
+
+# install_rehearsal PREFIX: copies the programs and the simulator to where an installation has them, first in PATH.
+install_rehearsal() {
+  mkdir -p "$1/bin" "$1/lib/orskapp/simulator"
+  cp "$BUILD"/bin/orskapp* "$1/bin"
+  cp "$BUILD/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
+  PATH=$SCRATCH/$1/bin:$PATH
+}
 
 # passed: prints the arguments of the call in the file log.
 passed() { [[ ! -e log ]] || sed -E 's/^[a-zA-Z_0-9]*\((.*), fresh status\)$/\1/' log; }

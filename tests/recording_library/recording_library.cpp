@@ -223,6 +223,11 @@ using Number = std::uint32_t;
 
 }  // namespace
 
+/// Makes the library an auditor too, see rtld-audit(7).
+extern "C" unsigned la_version(unsigned version) {
+  return version;
+}
+
 // clang-format off
 Number orsksapi_getApiVersion() { return record(__func__); }
 void orsksapi_loadResources(Text name, Text json, Status s) { record(__func__, name, json, s); }

@@ -1,23 +1,13 @@
-// The simulator's C interface: what the program never sends or ignores, failing allocations, killed processes.
+// The simulator's C interface: what the program never sends, and what it ignores.
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <sys/mman.h>
-#include <sys/ptrace.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <optional>
 
 #include "errors/status.h"
-#include "in_process/failing_allocations.h"
 #include "interface/orsksapi.h"
-#include "service/timestamp.h"
 
 namespace {
 
@@ -42,22 +32,9 @@ class Simulator : public testing::Test {
 
   std::filesystem::path state() const { return folder_ / "state.json"; }
 
-  std::string stateText() const {
-    std::ostringstream text;
-    text << std::ifstream(state()).rdbuf();
-    return text.str();
-  }
-
-  /// Replaces the state; for an empty text deletes it.
-  void setState(const std::string& text) const {
-    std::filesystem::remove(state());
-    if (!text.empty()) std::ofstream(state()) << text;
-  }
-
   /// Returns the status code of `call`.
   static std::int32_t codeOf(const Call& call) {
     zuerr_Status status = zuerr_initialStatus;
-    errno = ENOENT;  // A caller's errno means nothing to the library.
     call(&status);
     zuerr_release(&status);
     return status.code;
@@ -119,115 +96,6 @@ TEST_F(Simulator, Warns) {
   EXPECT_EQ(61002, codeOf(stop));
   EXPECT_EQ(0, codeOf([](zuerr_Status* s) { orsksapi_syncDomain_start("d", 0, s); }));
   EXPECT_EQ(0, codeOf(stop));
-}
-
-// An error of a rule, or of the state file, zeroes a time and leaves no file open.
-TEST_F(Simulator, ErrorsHaveNoResult) {
-  const Timestamp untouched{1, 2, 3, 4}, zero{};
-  const auto descriptors = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
-  const auto open = descriptors();
-  for (const bool unusable : {false, true}) {
-    if (unusable) std::filesystem::create_directory(state());
-    Timestamp time = untouched, moved = untouched;
-    EXPECT_EQ(unusable ? -61019 : -61007, codeOf([&](zuerr_Status* s) { orsksapi_timescale_getTime("u", &time, s); }));
-    codeOf([&](zuerr_Status* s) { orsksapi_timestampCorrelator_correlate("u", "v", &zero, &moved, s); });
-    EXPECT_TRUE(std::memcmp(&time, &zero, sizeof time) == 0 && std::memcmp(&moved, &zero, sizeof time) == 0);
-    std::filesystem::remove(state());
-  }
-  EXPECT_EQ(open, descriptors());
-}
-
-constexpr const char* host = R"({"remoteHost":"h"})";
-
-/// The code if the JSON library aborts: its destructors allocate.
-constexpr std::int32_t aborted = INT32_MIN;
-
-/// Returns the status code of `call` if its N-th allocation fails, or nothing if it makes fewer.
-std::optional<std::int32_t> codeWithFailingAllocation(std::size_t number, const Call& call) {
-  auto* const code = static_cast<std::int32_t*>(
-      mmap(nullptr, sizeof(std::int32_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-  *code = aborted;
-  const pid_t child = fork();
-  if (child == 0) {
-    std::signal(SIGABRT, [](int) { _exit(0); });
-    close(STDERR_FILENO);
-    zuerr_Status status = zuerr_initialStatus;
-    allocationsUntilFailure = number;
-    countAllocations(true);
-    call(&status);
-    *code = status.code;
-    _exit(allocationsUntilFailure > 0 ? 1 : 0);
-  }
-  int exit = 0;
-  waitpid(child, &exit, 0);
-  const std::int32_t left = *code;
-  munmap(code, sizeof *code);
-  return exit == 0 ? std::optional(left) : std::nullopt;
-}
-
-/// Kills a process when it enters the N-th system call of `call`. Returns false if it makes fewer.
-bool killedAtSystemCall(int number, const Call& call) {
-  const pid_t child = fork();
-  if (child == 0) {
-    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-    raise(SIGSTOP);
-    zuerr_Status status = zuerr_initialStatus;
-    call(&status);
-    _exit(0);
-  }
-  int status = 0;
-  // Each system call stops the process twice.
-  for (int stop = 0; stop < 2 * number && waitpid(child, &status, 0) == child && !WIFEXITED(status); ++stop) {
-    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-  }
-  if (WIFEXITED(status)) return false;
-  kill(child, SIGKILL);
-  waitpid(child, &status, 0);
-  return true;
-}
-
-// With each allocation failing in turn, an operation reports an error and has changed nothing, or it is done. If the
-// look after a wait fails, that is an error, and the domain stays started.
-TEST_F(Simulator, OutOfMemoryIsAnError) {
-  codeOf([](zuerr_Status* s) { orsksapi_syncDomain_create("syncDomainParams", domain, s); });
-  const std::string before = withDuration(stateText(), "1");
-  unsetenv("ORSK_SIMULATOR_STEP_MS");
-  int unchanged = 0, failedLooks = 0;
-  for (std::size_t number = 1;; ++number) {
-    setState(before);
-    const auto left =
-        codeWithFailingAllocation(number, [](zuerr_Status* s) { orsksapi_syncDomain_startV2("d", true, true, 9, s); });
-    if (!left) break;
-    const bool started = stateText().find(R"("runningSince_ns": 0)") == std::string::npos;
-    EXPECT_TRUE(started || (*left < 0 && stateText() == before)) << "allocation " << number << ": " << *left;
-    unchanged += *left == -61022 && !started;
-    failedLooks += *left == -61022 && started;
-  }
-  EXPECT_TRUE(unchanged > 20 && failedLooks > 20);
-}
-
-// A process that is killed at any system call leaves the old state or the new one, and at most one temporary file,
-// which the next operation removes.
-TEST_F(Simulator, AKilledProcessLeavesTheOldStateOrTheNew) {
-  ASSERT_EQ(0, load(R"({"remoteHost":"first"})"));
-  const std::string before = stateText();
-  ASSERT_EQ(0, load(host));
-  const std::string after = stateText();
-  int olds = 0, news = 0;
-  for (int number = 1;; ++number) {
-    setState(before);
-    if (!killedAtSystemCall(number, [](zuerr_Status* s) { orsksapi_loadResources("networkDeviceParams", host, s); })) {
-      break;
-    }
-    const std::string now = stateText();
-    EXPECT_TRUE(now == before || now == after) << "system call " << number << ": " << now;
-    ++(now == before ? olds : news);
-    EXPECT_GE(3, std::distance(std::filesystem::directory_iterator(state().parent_path()), {})) << number;
-  }
-  EXPECT_GT(olds, 10);
-  EXPECT_GT(news, 1);
-  EXPECT_EQ(61001, load(host));
-  EXPECT_FALSE(std::filesystem::exists(state().string() + ".new"));
 }
 
 }  // namespace
