@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <bit>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -69,8 +70,7 @@ class Folder {
 /// PATH, and an installed program takes the simulator's library.
 void enter(const Folder& folder) {
   // The path by which this program was started: there may be no /proc.
-  const path here =
-      canonical(path(reinterpret_cast<const char*>(getauxval(AT_EXECFN)))).parent_path();
+  const path here = canonical(path(std::bit_cast<const char*>(getauxval(AT_EXECFN)))).parent_path();
   const path program = here / "orskapp-simulated";
   const path library = canonical(here / ORSKAPP_SIMULATOR_FOLDER);
   requireFile(program, X_OK);

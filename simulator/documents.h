@@ -64,7 +64,7 @@ class Document {
 
  private:
   static std::string textOf(const nlohmann::json& value, const char* key) {
-    if (!value.is_string() || value == "") throw Error(memberOfWrongType, key);
+    if (!value.is_string() || value.get<std::string>().empty()) throw Error(memberOfWrongType, key);
     return value;
   }
 

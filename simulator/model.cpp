@@ -25,9 +25,9 @@ std::int64_t derivedFrom(const std::string& name, std::int64_t most) {
 
 bool isValid(const State& state) {
   const auto isMoment = [](std::int64_t ns) { return ns >= 0 && ns <= latestNs; };
-  const bool isClock = state.clock_ns == 0 || state.clock_ns >= simulatedTimeStartNs;
-  bool valid = isClock && isMoment(state.clock_ns);
-  valid &= !state.hosts.contains("") && !state.domains.contains("") && !state.calls.contains("");
+  bool valid = state.clock_ns == 0 || state.clock_ns >= simulatedTimeStartNs;
+  valid &= isMoment(state.clock_ns) && !state.hosts.contains("") && !state.domains.contains("") &&
+           !state.calls.contains("");
   for (const auto& [uri, domain] : state.domains) {
     valid &= isMoment(domain.runningSince_ns) && isMoment(domain.checkedSince_ns) &&
              !domain.timescaleUri.empty() && std::ranges::count(domain.deviceUris, "") == 0;

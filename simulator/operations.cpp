@@ -54,8 +54,8 @@ std::uint32_t orsksapi_getApiVersion() {
 void orsksapi_loadResources(Text name, Text json, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     const std::string host = hostIn(name, json);
-    const bool loaded = operation.state.hosts.insert(host).second;
-    if (!loaded) operation.warning.emplace(hostAlreadyLoaded, host);
+    if (!operation.state.hosts.insert(host).second)
+      operation.warning.emplace(hostAlreadyLoaded, host);
   });
 }
 
@@ -105,12 +105,13 @@ void orsksapi_timestampCorrelator_delete(Text uri1, Text uri2, Status status) {
   });
 }
 
-void orsksapi_timestampCorrelator_correlate(Text from, Text to, const Timestamp* srcTime,
-                                            Timestamp* dstTime, Status status) {
+void orsksapi_timestampCorrelator_correlate(Text srcTimescaleUri, Text dstTimescaleUri,
+                                            const Timestamp* srcTime, Timestamp* dstTime,
+                                            Status status) {
   *dstTime = performFor<Timestamp>(__func__, status, [&](Operation& operation) {
-    requireCorrelator(operation.state, from, to);
-    return shifted(*srcTime, offsetNs(operation.state, to, operation.nowNs) -
-                                 offsetNs(operation.state, from, operation.nowNs));
+    requireCorrelator(operation.state, srcTimescaleUri, dstTimescaleUri);
+    return shifted(*srcTime, offsetNs(operation.state, dstTimescaleUri, operation.nowNs) -
+                                 offsetNs(operation.state, srcTimescaleUri, operation.nowNs));
   });
 }
 

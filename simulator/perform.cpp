@@ -4,7 +4,6 @@
 #include <charconv>
 #include <chrono>
 #include <cstdlib>
-#include <exception>
 #include <thread>
 
 #include "orsksapi_operations.h"
