@@ -1,15 +1,33 @@
 // Command lines, as words that end with NUL bytes, with the recording library. The first word is the status code.
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
-#include "in_process/in_process_run.h"
+#include "main/console.h"
 
 namespace {
 
 void check(bool condition) {
   if (!condition) abort();
+}
+
+/// A file in memory.
+int memoryFile() {
+  return memfd_create("caught", 0);
+}
+
+/// Returns the file's content, and empties it.
+std::string take(int file) {
+  std::string text(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
+  check(pread(file, text.data(), text.size(), 0) >= 0 && ftruncate(file, 0) == 0);
+  lseek(file, 0, SEEK_SET);
+  return text;
 }
 
 std::ptrdiff_t count(const std::string& text, const std::string& line) {
@@ -23,6 +41,8 @@ std::ptrdiff_t count(const std::string& text, const std::string& line) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const int output = memoryFile(), errors = memoryFile(), log = memoryFile();
+  static const int terminal = dup(STDERR_FILENO);
   std::vector<std::string> words(1);
   for (const std::uint8_t* byte = data; byte != data + size; ++byte) {
     if (*byte == 0) {
@@ -34,16 +54,26 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int code = std::atoi(words.front().c_str());
   setenv("ORSK_TEST_CODE", std::to_string(code).c_str(), 1);
   setenv("ORSK_TEST_TEXT", "{}", 1);
-  words.erase(words.begin());
-  const InProcessResult result = runInProcess(words);
+  setenv("ORSK_TEST_LOG", ("/proc/self/fd/" + std::to_string(log)).c_str(), 1);
+  words.front() = "orskapp";
+  std::vector<const char*> arguments;
+  for (const std::string& word : words) arguments.push_back(word.c_str());
+  arguments.push_back(nullptr);
 
-  const std::ptrdiff_t errors = count(result.errors, "ERROR: ");
-  const std::ptrdiff_t calls = count(result.calls, "orsksapi_");
-  check((result.status == 0) == result.errors.empty());
-  check(errors == (result.status == 0 ? 0 : 1));
+  dup2(output, STDOUT_FILENO);
+  dup2(errors, STDERR_FILENO);
+  const int status = runConsole(static_cast<int>(words.size()), arguments.data());
+  // What the fuzzer prints is for the user.
+  dup2(terminal, STDOUT_FILENO);
+  dup2(terminal, STDERR_FILENO);
+  const std::string errorText = take(errors), callText = take(log), outputText = take(output);
+
+  const std::ptrdiff_t calls = count(callText, "orsksapi_");
+  check((status == 0) == errorText.empty());
+  check(count(errorText, "ERROR: ") == (status == 0 ? 0 : 1));
   check(calls <= 1);
-  const bool versionQuery = result.calls.starts_with("orsksapi_getApiVersion");
-  if (calls == 1) check(result.status == (code < 0 && !versionQuery ? code : 0));
-  if (result.status != 0) check(result.output.empty());
+  const bool versionQuery = callText.starts_with("orsksapi_getApiVersion");
+  if (calls == 1) check(status == (code < 0 && !versionQuery ? code : 0));
+  if (status != 0) check(outputText.empty());
   return 0;
 }

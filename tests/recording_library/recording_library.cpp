@@ -7,7 +7,7 @@
 //                      releases the text; "nobody" removes the callback; "unended" fills the buffer and leaves no NUL;
 //                      "unsized" sets the capacity to 0. Default: the caller's callback
 //   ORSK_TEST_OUTPUT   text for an output buffer
-//   ORSK_TEST_FILL     byte that fills an output buffer, without a NUL
+//   ORSK_TEST_FILL     byte that fills an output buffer before that
 //   ORSK_TEST_TIME     "seconds nanoseconds fraction negative" for an output time
 //   ORSK_TEST_RESULT   result; default 0
 //   ORSK_TEST_DELAY_MS duration of a call in milliseconds
@@ -37,15 +37,7 @@
 #include "interface/orsksapi.h"
 #include "service/timestamp.h"
 
-/// Called when this library's own work begins and ends. A test program that makes allocations fail
-/// defines it, so that only the console's own allocations fail.
-extern "C" __attribute__((weak)) void orskTestLibraryAtWork(bool atWork);
-
 namespace {
-
-void setAtWork(bool atWork) {
-  if (orskTestLibraryAtWork != nullptr) orskTestLibraryAtWork(atWork);
-}
 
 /// The log is opened when the library is loaded: it would get the number of a closed standard stream.
 int logFile() {
@@ -54,7 +46,7 @@ int logFile() {
   if (file < 0 && path != nullptr) file = open(path, O_WRONLY | O_APPEND | O_CREAT, 0600);
   return file;
 }
-[[maybe_unused]] const int openedLog = orskTestLibraryAtWork == nullptr ? logFile() : -1;
+[[maybe_unused]] const int openedLog = logFile();
 
 void log(const std::string& line) {
   if (logFile() >= 0 && write(logFile(), line.data(), line.size()) < 0) std::abort();
@@ -90,9 +82,7 @@ void spoilStreams() {
 
 bool releaseOwnText(zuerr_Status* status, std::uint32_t newSize) {
   if (std::getenv("ORSK_TEST_EXIT") != nullptr) pthread_exit(nullptr);
-  setAtWork(true);
   log("release with size " + std::to_string(newSize) + "\n");
-  setAtWork(false);
   std::free(status->json);
   status->json = nullptr;
   status->capacity = 0;
@@ -101,10 +91,7 @@ bool releaseOwnText(zuerr_Status* status, std::uint32_t newSize) {
 
 /// Requests a buffer from the caller's callback and checks it. Returns false if there is none.
 bool takeCallersBuffer(zuerr_Status* status, std::uint32_t size) {
-  setAtWork(false);
-  const bool provided = status->resize(status, size);
-  setAtWork(true);
-  if (!provided) return false;
+  if (!status->resize(status, size)) return false;
   const std::string expected = std::string("{}").append(status->capacity - 3, '\0') + 'J';
   if (std::string(status->json, status->capacity) != expected) log("bad buffer\n");
   return status->capacity >= size;
@@ -132,13 +119,7 @@ void leaveText(zuerr_Status* status) {
 /// One call: records its arguments and writes the results.
 class Call {
  public:
-  explicit Call(const char* function) {
-    setAtWork(true);
-    line_ << function << '(';
-  }
-  Call(const Call&) = delete;
-  Call& operator=(const Call&) = delete;
-  ~Call() { setAtWork(false); }
+  explicit Call(const char* function) { line_ << function << '('; }
 
   void take(const char* text) { next() << '"' << text << '"'; }
   void take(std::uint32_t number) { next() << number; }
@@ -169,11 +150,10 @@ class Call {
   void take(std::size_t size) {
     const bool zero = std::all_of(buffer_, buffer_ + size, [](char byte) { return byte == 0; });
     next() << "buffer of " << size << (zero ? " zero bytes" : " bytes not all zero");
-    if (const char* const fill = std::getenv("ORSK_TEST_FILL")) {
-      std::memset(buffer_, *fill, size);
-    } else {
-      std::strcpy(buffer_, environment("ORSK_TEST_OUTPUT", ""));
-    }
+    const char* const fill = std::getenv("ORSK_TEST_FILL");
+    const char* const output = std::getenv("ORSK_TEST_OUTPUT");
+    if (fill != nullptr) std::memset(buffer_, *fill, size);
+    if (output != nullptr) std::strcpy(buffer_, output);
   }
 
   void take(zuerr_Status* status) {

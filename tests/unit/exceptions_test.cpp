@@ -24,24 +24,6 @@ void report(zuerr_Status* status, std::int32_t code, bool librarysBuffer) {
   if (librarysBuffer) status->resize = libraryResize;
 }
 
-TEST(ScopedStatus, ThrowsErrorsAndReleasesEveryTextOnce) {
-  for (const bool librarysBuffer : {false, true}) {
-    for (const std::int32_t code : {0, 1, 3, INT32_MAX, -1, -9, INT32_MIN}) {
-      releases = 0;
-      bool thrown = false;
-      try {
-        zuerr::ScopedStatus status;
-        report(&status, code, librarysBuffer);
-      } catch (const zuerr::ExceptionBase& error) {
-        thrown = error.status.code == code && error.status.resize == zuerr_defaultResize;
-        EXPECT_STREQ("[1]", error.what());
-      }
-      EXPECT_EQ(code < 0, thrown) << code;
-      EXPECT_EQ(librarysBuffer ? 1 : 0, releases) << code;
-    }
-  }
-}
-
 TEST(ScopedStatus, ThrowsNothingDuringAnotherException) {
   struct ClosesInFlight {
     ~ClosesInFlight() {

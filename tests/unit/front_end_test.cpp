@@ -1,14 +1,8 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "diagnostics/trace.h"
-#include "errors/console_exceptions.h"
-#include "main/command_line.h"
-#include "main/dispatch.h"
 #include "output/standard_streams.h"
 
 namespace {
@@ -49,45 +43,6 @@ TEST(Output, AReaderThatResetsItsConnectionIsGone) {
   EXPECT_EQ(0, writeLine(writer, "nobody reads it"));
   close(writer);
   close(listener);
-}
-
-TEST(Output, AStreamThatCannotBeWaitedForIsAnError) {
-  int ends[2];
-  ASSERT_EQ(0, pipe2(ends, O_NONBLOCK));
-  while (write(ends[1], "full", 4) > 0) {
-  }
-  rlimit before{};
-  getrlimit(RLIMIT_NOFILE, &before);
-  const rlimit none{0, before.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &none);
-  // Without the wait this would be a busy loop, which the signal ends.
-  alarm(20);
-  const int error = writeLine(ends[1], "x");
-  alarm(0);
-  setrlimit(RLIMIT_NOFILE, &before);
-  EXPECT_EQ(EINVAL, error);
-  close(ends[0]);
-  close(ends[1]);
-}
-
-TEST(CommandLine, MayHoldNotEvenAProgramName) {
-  const char* const none[] = {nullptr};
-  EXPECT_THROW(readCommandLine(0, none), NoCmdException);
-}
-
-// Only possible if the tables and the dispatch differ.
-TEST(Dispatch, ReportsACommandWithoutABranch) {
-  static std::string trace;
-  const auto write = orskdbg_write;
-  orskdbg_write = [](const char* line) { trace += line; };
-  EXPECT_THROW(runCommand({"noCommand", {}, {}, {}}), InvalidArgException);
-  orskdbg_write = write;
-  EXPECT_EQ(
-      "[orskapp|source/main|1027] !!ASSERT!!\n"
-      "[   orskapp|                     source/main|1027] ASSERT(false)\n"
-      "[   orskapp|                     source/main|1027]  ERROR: Did not implement all "
-      "commands.\n",
-      trace);
 }
 
 }  // namespace

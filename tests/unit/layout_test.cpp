@@ -9,6 +9,7 @@
 #include "diagnostics/trace.h"
 #include "errors/console_exceptions.h"
 #include "errors/library_exception.h"
+#include "grammar/grammar_tables.h"
 #include "service/api_wrapper.h"
 
 namespace {
@@ -48,7 +49,11 @@ TEST(Layout, ClassesKeepTheirShape) {
   EXPECT_EQ(sizeof(void*) + sizeof(std::int64_t), sizeof(MonotonicStopWatch));
   EXPECT_EQ(0U, slotOf(&MonotonicStopWatch::start));
   EXPECT_EQ(sizeof(std::runtime_error) + sizeof(std::string), sizeof(SyncDomainConsoleException));
-  EXPECT_EQ("", TooManyOptionsException().detail);
+  const SyncDomainConsoleException errors[] = {NoCmdException(),         InvalidCmdException(),
+                                               MissingArgException(),    InvalidArgException(),
+                                               MissingOptionException(), TooManyOptionsException()};
+  for (const SyncDomainConsoleException& error : errors) EXPECT_EQ("", error.detail) << error.what();
+  EXPECT_TRUE(validFlags[0] == "-t" && validFlags[1] == "-q");
   EXPECT_TRUE((std::is_base_of_v<orskdbg_VarLine, orskdbg_VarLineToBuffer>));
   EXPECT_EQ(sizeof(orskdbg_VarLine), sizeof(orskdbg_VarLineToBuffer));
   EXPECT_EQ(sizeof(void*) + sizeof(zuerr_Status), sizeof(zuerr::ExceptionBase));
