@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by the scripts, which source it. Changes to the project's folder.
 
 # E: the trap below reaches into functions.
@@ -50,7 +51,7 @@ build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
 # What the tests need too: the shells are for completions, gnuplot is for a recipe.
 test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox)
 # What only contributors and CI need.
-check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck valgrind lintian dpkg-dev git)
+check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck shellcheck valgrind lintian dpkg-dev git)
 
 # The prefix of a command that only root may run.
 as_root=()
@@ -92,13 +93,6 @@ install_build() {
   for part in source simulator packaging; do
     quietly cmake -DCMAKE_INSTALL_PREFIX="$2" -P "$1/$part/cmake_install.cmake"
   done
-}
-
-# build_program PRESET: builds only what is installed, which does not need the tests' packages.
-build_program() {
-  echo "Building: $1, the program"
-  quietly cmake --preset "$1" -DBUILD_TESTING=OFF -Wno-dev
-  quietly cmake --build --preset "$1" --target orskapp orskapp-simulated orskapp-rehearse orsksapi packaged_files check_record
 }
 
 # test_preset PRESET [OPTION...]: runs the preset's tests, and prints which fail and how many pass.

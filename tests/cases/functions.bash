@@ -3,11 +3,16 @@
 # Runs orskapp with the simulator and prints an error as its code and the offending value.
 reported() { orskapp-simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
 
-# expect OUTPUT COMMAND...: complains if the command prints something else. Lines are joined by blanks.
+source "$ROOT/scripts/difference.sh"
+
+# expect OUTPUT COMMAND...: ends the case if the command prints something else. Lines are joined by blanks.
 expect() {
   local output
   output=$("${@:2}" 2>&1 | paste -sd ' ')
-  [[ $output == "$1" ]] || printf '%.200s: %.200s, expected: %s\n' "${*:2}" "$output" "$1"
+  [[ $output != "$1" ]] || return 0
+  printf '%.200s:\n' "${*:2}"
+  difference "$1" "$output"
+  exit 1
 }
 
 # show LABEL COMMAND...: runs the command and prints its output after the label, as one line.
