@@ -48,8 +48,8 @@ path() { (cd "$started_in" && realpath -- "$1"); }
 
 # What the program and the simulator are built with.
 build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
-# What the tests need too: the shells are for completions, gnuplot is for a recipe.
-test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox)
+# What the tests need too: the shells are for completions, gnuplot and jq are for examples.
+test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox jq)
 # What only contributors and CI need.
 check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck shellcheck valgrind lintian dpkg-dev git)
 
@@ -70,7 +70,7 @@ install_packages() {
   ((EUID == 0)) || command -v sudo >/dev/null ||
     fail "run as root or install sudo: packages are missing: ${missing[*]}"
   echo "Installing: ${missing[*]}"
-  quietly "${as_root[@]}" apt-get update -q
+  quietly "${as_root[@]}" apt-get update -q -o APT::Update::Error-Mode=any
   quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 

@@ -2,6 +2,7 @@
 # completions.zsh BUILD: installs what BUILD contains into a scratch folder, starts each shell in a terminal, as a
 # user does, and presses TAB and ENTER. What then runs is a program that writes down its arguments.
 zmodload zsh/zpty
+fish=$(fish --version)
 prefix=$(mktemp -d) || exit
 TRAPEXIT() { rm -rf -- $prefix }
 TRAPHUP() { exit 130 }
@@ -12,6 +13,8 @@ for name in orskapp orskapp-simulated orskapp-rehearse; do
   printf '#!/bin/sh\necho "${0##*/} $*" >>"${0%%/*}/../log"\n' >$prefix/bin/$name
 done
 print -r "fpath=(${(q)prefix}/share/zsh/site-functions \$fpath); autoload -Uz compinit; compinit -u -D" >$prefix/.zshrc
+# Otherwise fish reads all manual pages, in the background.
+mkdir -p $prefix/.local/share/fish/generated_completions
 environment=(HOME=$prefix ZDOTDIR=$prefix TMPDIR=$prefix XDG_RUNTIME_DIR=$prefix PATH=$prefix/bin:/usr/bin:/bin TERM=xterm LANG=C.UTF-8
   XDG_DATA_DIRS=$prefix/share:/usr/share)
 start="exec env -i ${(j: :)${(@q)environment}}"
@@ -31,6 +34,9 @@ typed() {
   [[ "$(head -n 1 $prefix/log)" == "$2" ]] || { print "$shell: ${(q)1} runs: $(<$prefix/log)"; return 1 }
 }
 
+# before WORDS KEYS RESULT: the same with the cursor before words.
+before() { typed "$1"$'\001'"$2" "$3" }
+
 failed=0
 for shell command in ${(kv)shells}; do
   zpty -b shell "$start $command"
@@ -38,7 +44,14 @@ for shell command in ${(kv)shells}; do
     typed $'orskapp getA\t' 'orskapp getApiVersion' &&
     typed $'orskapp syncD\tstartV\t--sav\t1 --tim\t9 -q' 'orskapp syncDomain startV2 --saveInitialCoherency 1 --timeout_s 9 -q' &&
     typed $'orskapp-simulated list timesc\t' 'orskapp-simulated list timescales' &&
-    typed $'orskapp-rehearse basena\tx' 'orskapp-rehearse basename x' || failed=1
+    typed $'orskapp-rehearse basena\tx' 'orskapp-rehearse basename x' &&
+    before ' --uri u' $'orskapp syncDomain isCoherentS\t' 'orskapp syncDomain isCoherentSinceLastChecked --uri u' &&
+    before ' --uri u' $'orskapp syncDomain \t' 'orskapp syncDomain --uri u' || failed=1
+  # fish 3 does not show a completion what follows the cursor.
+  [[ $shell == fish && $fish == *' 3.'* ]] || {
+    before ' --uri u -q -t' $'orskapp syncDomain start \t' 'orskapp syncDomain start --timeout_s --uri u -q -t' &&
+      before ' --uri u' $'orskapp syncDomain start --u\t' 'orskapp syncDomain start --u --uri u' || failed=1
+  }
   zpty -d shell
 done
 exit $failed

@@ -102,3 +102,45 @@ fits() {
   ORSKAPP_BUILD=$BUILD "$ROOT/scripts/check-library" "$@" 2>&1 |
     sed "s|$BUILD/lib/||g; s|$LD_LIBRARY_PATH/||g; s|$BUILD/||g; s|$ROOT/scripts/||g; s|$SCRATCH/||g; s|$TMPDIR/[^/]*/||g; /^ok:/d"
 }
+
+# Examples: name, the operations that it uses, arguments.
+examples() {
+  cat <<'END'
+checked|getSyncDomainInfo|list syncDomains
+load-hosts|loadResources|hosts
+bring-up|loadResources syncDomain_createAndAddDevices syncDomain_start syncDomain_isCoherent|60 d 1 0 a b
+tear-down|syncDomain_stop syncDomain_delete unloadResources|d a b
+compare-hosts|getSyncableDeviceInfo|hosts
+check-domain|syncDomain_isCoherent|d metrics
+log-command|syncDomain_stop|log syncDomain stop --uri d
+plot-clocks|timestampCorrelator_correlate|timescale://a timescale:local 2 clocks.svg
+END
+}
+# use_examples: has them in PATH, and what their arguments name.
+use_examples() {
+  PATH=$ROOT/docs/examples:$PATH
+  mkdir metrics
+  printf '%s\n' a b >hosts
+}
+# prepare EXAMPLE: a state with which the example succeeds, in this case's state file.
+prepare() {
+  rm -rf state.json log clocks.svg metrics/*
+  echo old >metrics/orskapp_$(printf d | sha256sum | cut -c -64).prom
+  [[ $1 != bring-up ]] || return 0
+  load a; load b
+  create_with d null '["a","b"]'
+  [[ $1 == tear-down ]] || relate timescale://a timescale:local
+  domain start d
+}
+# rehearse COMMAND...: runs it in a rehearsal, with its output in a file.
+rehearse() { orskapp-rehearse "$@" >output 2>&1; }
+# fails FAULT COMMAND...: sets faults, to a complaint if the example does not fail.
+fails() {
+  local status=0
+  faults=
+  ("${@:2}") >output 2>&1 || status=$?
+  if ((!status)) || [[ $status == 124 && $1 != 'no answer' ]] || grep -qE '^OK|is coherent$|^nothing is left' output ||
+    { [[ $1 != 'no output' ]] && compgen -G 'metrics/*' >/dev/null && [[ $example == check-domain ]]; }; then
+    faults="$example, $1: status $status: $(<output)"$'\n'
+  fi
+}
