@@ -3,7 +3,6 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -28,14 +27,6 @@ std::string take(int file) {
   check(pread(file, text.data(), text.size(), 0) >= 0 && ftruncate(file, 0) == 0);
   lseek(file, 0, SEEK_SET);
   return text;
-}
-
-std::ptrdiff_t count(const std::string& text, const std::string& line) {
-  std::ptrdiff_t found = 0;
-  for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1) {
-    found += text.compare(at, line.size(), line) == 0 ? 1 : 0;
-  }
-  return found;
 }
 
 }  // namespace
@@ -68,12 +59,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   dup2(terminal, STDERR_FILENO);
   const std::string errorText = take(errors), callText = take(log), outputText = take(output);
 
-  const std::ptrdiff_t calls = count(callText, "orsksapi_");
   check((status == 0) == errorText.empty());
-  check(count(errorText, "ERROR: ") == (status == 0 ? 0 : 1));
-  check(calls <= 1);
+  check(status == 0 || errorText.find("ERROR: ") != std::string::npos);
+  check(callText.find("\norsksapi_") == std::string::npos);
   const bool versionQuery = callText.starts_with("orsksapi_getApiVersion");
-  if (calls == 1) check(status == (code < 0 && !versionQuery ? code : 0));
+  if (!callText.empty()) check(status == (code < 0 && !versionQuery ? code : 0));
   if (status != 0) check(outputText.empty());
   return 0;
 }

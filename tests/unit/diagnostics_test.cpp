@@ -69,19 +69,10 @@ TEST_F(Trace, LinesAreCutAt511Characters) {
   EXPECT_EQ(std::string(511, 't'), traced({"main", 7, std::string(600, 't').c_str()}, "m"));
 }
 
-// Columns wider than the line, and a formatter that fills the room.
+// Columns wider than the line.
 TEST_F(Trace, PrefixStaysWithinTheLine) {
   orskdbg_componentWidth = 600;
   EXPECT_EQ("[" + std::string(509, ' ') + "\n", traced({"main", 7, "\n"}, "m"));
-  orskdbg_componentWidth = 10;
-  orskdbg_format = [](char* buffer, std::size_t size, const char*, std::va_list) {
-    std::memset(buffer, 'f', size);
-    return 0;
-  };
-  EXPECT_EQ(prefixOfMain + std::string(510 - prefixOfMain.size(), 'f') + '\n', traced({"main", 7, "\n"}, "m"));
-  written.clear();
-  orskdbg_printf("m");
-  EXPECT_EQ(std::string(511, 'f'), written);
 }
 
 TEST_F(Trace, AssertionCallsTheHandlerLast) {
