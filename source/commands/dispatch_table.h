@@ -29,8 +29,8 @@ constexpr bool hasEachArgumentOf(const Row (&table)[size], std::string_view comm
 /// Returns the row of `table` for `word`. If there is none, which the grammar's check allows,
 /// asserts at `place` and throws `InvalidArgException`.
 template <typename Row, std::size_t size>
-const Row& rowOf(const Row (&table)[size], std::string_view word,
-                 const orskdbg_AssertPlace& place) {
+const Row& requireRow(const Row (&table)[size], std::string_view word,
+                      const orskdbg_AssertPlace& place) {
   for (const Row& row : table) {
     if (row.word == word) return row;
   }

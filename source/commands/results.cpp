@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-void requireWritten(int error) {
+void throwIfNotWritten(int error) {
   if (error == 0) return;
   throw std::runtime_error(std::string("standard output: ") + std::strerror(error));
 }

@@ -1,7 +1,8 @@
 #pragma once
 
 /// The output of commands. If a line cannot be written, each function throws `std::runtime_error`
-/// with the message "standard output: " and the system's text, see strerror(3).
+/// with the message "standard output: " and the system's text, see strerror(3). A reader that is
+/// gone is no error.
 
 #include <unistd.h>
 
@@ -12,12 +13,12 @@
 #include "output/standard_streams.h"
 
 /// Throws if `error` is not 0. It is the result of `writeLine` to standard output.
-void requireWritten(int error);
+void throwIfNotWritten(int error);
 
 /// Prints a line that consists of `parts`.
 template <typename... Parts>
 void printLine(const Parts&... parts) {
-  requireWritten(writeLine(STDOUT_FILENO, parts...));
+  throwIfNotWritten(writeLine(STDOUT_FILENO, parts...));
 }
 
 /// Prints the confirmation "SUCCESS: " and `parts`, unless quiet mode is on.

@@ -117,5 +117,5 @@ static_assert(hasEachArgumentOf(actions, "syncDomain"),
 
 void runSyncDomainCommand(const std::string& action, const OptionMap& options,
                           const FlagMap& flags) {
-  rowOf(actions, action, reported::syncDomainActions).run(options, flags);
+  requireRow(actions, action, reported::syncDomainActions).run(options, flags);
 }

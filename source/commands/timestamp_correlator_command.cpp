@@ -65,5 +65,5 @@ static_assert(hasEachArgumentOf(actions, "timestampCorrelator"),
 
 void runTimestampCorrelatorCommand(const std::string& action, const OptionMap& options,
                                    const FlagMap& flags) {
-  rowOf(actions, action, reported::timestampCorrelatorActions).run(options, flags);
+  requireRow(actions, action, reported::timestampCorrelatorActions).run(options, flags);
 }

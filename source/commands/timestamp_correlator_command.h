@@ -4,7 +4,7 @@
 
 #include "grammar/parsed_words.h"
 
-/// Executes an `action` of the `timestampCorrelator` command. Throws what `getOption` and
-/// `callService` throw, and `InvalidArgException` for another command's action.
+/// Executes an `action` of the `timestampCorrelator` command. Throws what `getOption`,
+/// `callService` and `printLine` throw, and `InvalidArgException` for another command's action.
 void runTimestampCorrelatorCommand(const std::string& action, const OptionMap& options,
                                    const FlagMap& flags);

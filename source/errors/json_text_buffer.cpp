@@ -117,8 +117,7 @@ bool needsCommaBefore(const char* position) {
   return !(isClosingBracket(*position) && closesEmptyContainer(position));
 }
 
-/// Returns the number of free bytes from `position` on, which is behind the text's NUL, or `enough`
-/// if there are more.
+/// Counts the free bytes from `position` on, which follows the text's NUL, at most `enough`.
 std::size_t countFreeBytes(const char* position, std::size_t enough) {
   std::size_t count = 0;
   while (count < enough && position[count] != endMark) ++count;

@@ -11,8 +11,10 @@
 /// mark. A text of L characters needs a buffer of at least L + 2 bytes.
 ///
 /// Contract of every routine:
-/// 1. The caller owns the buffer. No routine allocates, moves or releases it.
-/// 2. On failure the result is null and the buffer has not changed. A null position fails.
+/// 1. The caller owns the buffer. No routine allocates or releases it; only the caller's grower
+/// moves
+///    it, also in an insert that fails later.
+/// 2. On failure the result is null and the text has not changed. A null position fails.
 /// 3. Keys and values are NUL-terminated and are escaped. No blanks are written.
 /// 4. An insert returns the position behind what it inserted, so that the next insert there
 /// appends.
@@ -55,6 +57,7 @@ char* jsonbuf_findEnd(char* buffer) noexcept;
 /// caller writes exactly `n` characters, or null if there is no room. `position` is one of:
 /// - a closing bracket: the room is before it. A non-blank byte must precede it in the buffer.
 /// - the text's NUL: the room is before it, without a comma.
+/// - a comma: the room is before it, after a comma of its own.
 /// - an opening bracket: the room is after it, for the first member.
 char* jsonbuf_makeRoom(char* position, std::size_t n) noexcept;
 

@@ -28,7 +28,7 @@ ScopedStatus::~ScopedStatus() noexcept(false) {
   }
   Exception error;
   zuerr_merge(&error.status, this, nullptr);
-  // This record still owns a text under the library's own callback, which was copied.
+  // A text under the library's callback was copied; release the original.
   zuerr_release(this);
   throw Exception(error);
 }

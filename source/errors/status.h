@@ -65,7 +65,8 @@ bool zuerr_defaultResize(zuerr_Status* status, std::uint32_t newSize) noexcept;
 bool zuerr_setCode(zuerr_Status* status, std::int32_t code) noexcept;
 
 /// Does the same as `zuerr_setCode` and writes the site into the text. Sets `*textOk`, which may be
-/// null, to whether the whole text was written. The code stays set in any case.
+/// null, to false if the code was set and the text is not complete, else to true. The code stays
+/// set in any case.
 bool zuerr_setCodeAt(zuerr_Status* status, std::int32_t code, const zuerr_Site* site,
                      bool* textOk) noexcept;
 
@@ -88,8 +89,8 @@ inline char* zuerr_findClosingBrace(zuerr_Status* status) noexcept {
   return zuerr_reserve(status, 2);
 }
 
-/// Doubles the buffer, from more than 2 up to 2^30 bytes. Returns the new address of `position`, or
-/// null.
+/// Asks the callback for twice the capacity minus 2 bytes, with a capacity from more than 2 up to
+/// 2^30; the callback decides on the size. Returns the new address of `position`, or null.
 char* zuerr_grow(zuerr_Status* status, char* position) noexcept;
 
 /// Inserts a string member and grows the buffer if necessary. Returns the position behind the

@@ -53,20 +53,11 @@ inline constexpr auto validCommands = std::to_array<std::string_view>({
     "getApiVersion",
 });
 
-/// Returns an array of the rows that `rowOf` makes of all commands but help, and of `rows`.
-template <typename Row, std::size_t size>
-constexpr auto withCommands(Row (*rowOf)(std::string_view command), const Row (&rows)[size]) {
-  static_assert(validCommands.front() == "help", "help is the first command.");
-  std::array<Row, validCommands.size() - 1 + size> result{};
-  auto* const next =
-      std::transform(validCommands.begin() + 1, validCommands.end(), result.begin(), rowOf);
-  std::copy(std::begin(rows), std::end(rows), next);
-  return result;
-}
-
 /// The words that may follow any command.
-inline constexpr auto validArguments = withCommands<std::string_view>(
-    [](std::string_view command) { return command; }, {
+inline constexpr auto validArguments = std::to_array<std::string_view>({
+    // the commands but help
+    "loadResources", "unloadResources", "timestampCorrelator", "syncDomain", "timescale",
+    "getCurrentTimescale", "list", "getApiVersion",
     // actions
     "create", "createAndAddDevices", "delete", "start", "startV2", "stop", "correlate",
     "addSyncableDevice", "isCoherent", "isCoherentSinceLastChecked", "getTime",
@@ -76,10 +67,17 @@ inline constexpr auto validArguments = withCommands<std::string_view>(
 
 inline constexpr auto validFlags = std::to_array<std::string_view>({timingFlag, quietFlag});
 
-/// The arguments of help are the other commands.
-inline constexpr auto commandArguments = withCommands<CommandArgument>(
-    [](std::string_view command) { return CommandArgument{"help", command}; }, {
+inline constexpr auto commandArguments = std::to_array<CommandArgument>({
     // command                argument
+    {"help",                  "loadResources"},
+    {"help",                  "unloadResources"},
+    {"help",                  "timestampCorrelator"},
+    {"help",                  "syncDomain"},
+    {"help",                  "timescale"},
+    {"help",                  "getCurrentTimescale"},
+    {"help",                  "list"},
+    {"help",                  "getApiVersion"},
+
     {"timestampCorrelator",   "create"},
     {"timestampCorrelator",   "delete"},
     {"timestampCorrelator",   "correlate"},
@@ -174,6 +172,14 @@ constexpr bool needsArgument(std::string_view command) {
 }
 
 // Consistency checks.
+static_assert(validCommands.front() == "help", "help is the first command.");
+static_assert(std::equal(validCommands.begin() + 1, validCommands.end(), validArguments.begin()),
+              "validArguments begins with the commands but help: add a word there.");
+static_assert(std::equal(validCommands.begin() + 1, validCommands.end(), commandArguments.begin(),
+                         [](std::string_view command, const CommandArgument& row) {
+                           return row.command == "help" && row.argument == command;
+                         }),
+              "commandArguments begins with the arguments of help, the other commands: add a row.");
 static_assert(std::ranges::all_of(commandArguments,
                                   [](const CommandArgument& row) {
                                     return isOneOf(validCommands, row.command) &&
@@ -197,16 +203,3 @@ static_assert(std::ranges::all_of(argumentOptions,
                                                }) == 1;
                                   }),
               "argumentOptions: add the argument to commandArguments, once.");
-
-/// The rows of a table from the last to the first, for a range-based loop. Clang 14 rejects
-/// std::views::reverse of Debian 12's C++ library.
-template <typename Table>
-struct NewestFirst {
-  const Table& table;
-
-  constexpr auto begin() const { return table.rbegin(); }
-  constexpr auto end() const { return table.rend(); }
-};
-
-template <typename Table>
-NewestFirst(const Table&) -> NewestFirst<Table>;

@@ -7,6 +7,19 @@
 
 namespace {
 
+/// The rows of a table from the last to the first, for a range-based loop. Clang 14 rejects
+/// std::views::reverse of Debian 12's C++ library.
+template <typename Table>
+struct LastToFirst {
+  const Table& table;
+
+  constexpr auto begin() const { return table.rbegin(); }
+  constexpr auto end() const { return table.rend(); }
+};
+
+template <typename Table>
+LastToFirst(const Table&) -> LastToFirst<Table>;
+
 /// Ignores a failed write: help has no result that could be lost.
 template <typename... Parts>
 void printHelpLine(const Parts&... parts) {
@@ -15,7 +28,7 @@ void printHelpLine(const Parts&... parts) {
 
 void printArgumentHelp(const CommandArgument& argument) {
   printHelpLine("      ", argument.argument);
-  for (const ArgumentOption& row : NewestFirst{argumentOptions}) {
+  for (const ArgumentOption& row : LastToFirst{argumentOptions}) {
     if (row.command != argument.command || row.argument != argument.argument) continue;
     printHelpLine("         --", row.option, row.helpHint);
   }
@@ -28,10 +41,18 @@ void printCommandHelp(const std::string& command) {
   const bool takesOptions = hasRowOf(commandOptions, command) || hasRowOf(argumentOptions, command);
   printHelpLine("\n   ", command, takesArgument ? " [arg]" : "",
                 takesOptions ? " --[optionN] [valN]" : "");
-  for (const CommandOption& row : NewestFirst{commandOptions}) {
+  for (const CommandOption& row : LastToFirst{commandOptions}) {
     if (row.command == command) printHelpLine("      --", row.option);
   }
-  for (const CommandArgument& row : NewestFirst{commandArguments}) {
+  for (const CommandArgument& row : LastToFirst{commandArguments}) {
     if (row.command == command) printArgumentHelp(row);
   }
+}
+
+void printHelp(const std::string& argument) {
+  if (!argument.empty()) {
+    printCommandHelp(argument);
+    return;
+  }
+  for (const std::string_view command : validCommands) printCommandHelp(std::string(command));
 }

@@ -21,7 +21,7 @@ const std::string& onlyValue(const std::string& name, const OptionMap& options) 
 template <typename T>
 T getOption(const std::string& name, const OptionMap& options) {
   if constexpr (std::is_same_v<T, std::string>) {
-    // A text needs no conversion, which could fail.
+    // A text is returned unchanged.
     return onlyValue(name, options);
   } else {
     return boost::lexical_cast<T>(onlyValue(name, options));

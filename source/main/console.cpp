@@ -24,7 +24,7 @@ void runTimed(const CommandLine& line) {
   const auto elapsedNs = orsktools::monotonicNowNs() - stopWatch->startNs;
   const std::string elapsedMs = std::to_string(orsktools::wholeMilliseconds(elapsedNs));
   const int error = writeLine(STDOUT_FILENO, "(Command executed in ", elapsedMs, " ms.)");
-  if (line.command != "help") requireWritten(error);
+  if (line.command != "help") throwIfNotWritten(error);
 }
 
 template <typename... Parts>

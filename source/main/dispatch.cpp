@@ -1,5 +1,7 @@
 #include "main/dispatch.h"
 
+#include <type_traits>
+
 #include "commands/dispatch_table.h"
 #include "commands/sync_domain_command.h"
 #include "commands/timestamp_correlator_command.h"
@@ -16,25 +18,30 @@ struct Command {
   void (*run)(const std::string& argument, const OptionMap& options, const FlagMap& flags);
 };
 
-void help(const std::string& argument, const OptionMap&, const FlagMap&) {
-  if (!argument.empty()) {
-    printCommandHelp(argument);
-    return;
+/// Calls `function` with those of a command's inputs that it takes.
+template <auto function>
+void run(const std::string& argument, const OptionMap& options, const FlagMap& flags) {
+  if constexpr (std::is_invocable_v<decltype(function), decltype(argument)>) {
+    function(argument);
+  } else if constexpr (std::is_invocable_v<decltype(function), decltype(options),
+                                           decltype(flags)>) {
+    function(options, flags);
+  } else {
+    function(argument, options, flags);
   }
-  for (const std::string_view command : validCommands) printCommandHelp(std::string(command));
 }
 
 // clang-format off
 constexpr Command commands[] = {
-    {"help",                help},
-    {"loadResources",       loadResources},
-    {"unloadResources",     unloadResources},
-    {"timestampCorrelator", runTimestampCorrelatorCommand},
-    {"syncDomain",          runSyncDomainCommand},
-    {"timescale",           runTimescaleCommand},
-    {"getCurrentTimescale", getCurrentTimescale},
-    {"list",                listServiceObjects},
-    {"getApiVersion",       getApiVersion},
+    {"help",                run<printHelp>},
+    {"loadResources",       run<loadResources>},
+    {"unloadResources",     run<unloadResources>},
+    {"timestampCorrelator", run<runTimestampCorrelatorCommand>},
+    {"syncDomain",          run<runSyncDomainCommand>},
+    {"timescale",           run<runTimescaleCommand>},
+    {"getCurrentTimescale", run<getCurrentTimescale>},
+    {"list",                run<listServiceObjects>},
+    {"getApiVersion",       run<getApiVersion>},
 };
 // clang-format on
 static_assert(std::ranges::equal(commands, validCommands, {}, &Command::word),
@@ -43,7 +50,7 @@ static_assert(std::ranges::equal(commands, validCommands, {}, &Command::word),
 }  // namespace
 
 void runCommand(const CommandLine& line) {
-  const Command& command = rowOf(commands, line.command, reported::commands);
+  const Command& command = requireRow(commands, line.command, reported::commands);
   if (line.arguments.empty() && needsArgument(line.command)) throw MissingArgException();
   command.run(line.arguments.empty() ? "" : line.arguments.front(), line.options, line.flags);
 }

@@ -45,10 +45,10 @@ static_assert(hasEachArgumentOf(kinds, "list"), "Add a row for each argument in 
 
 void runTimescaleCommand(const std::string& action, const OptionMap& options,
                          const FlagMap& flags) {
-  rowOf(timescaleActions, action, reported::timescaleActions).run(options, flags);
+  requireRow(timescaleActions, action, reported::timescaleActions).run(options, flags);
 }
 
-void getCurrentTimescale(const std::string&, const OptionMap& options, const FlagMap&) {
+void getCurrentTimescale(const OptionMap& options, const FlagMap&) {
   const auto remoteHost = getOption<std::string>("remoteHost", options);
   TextBuffer<URI_BUFFER_SIZE> timescaleUri;
   callService(&ApiWrapper::getCurrentTimescale, remoteHost, timescaleUri.data(),
@@ -56,14 +56,14 @@ void getCurrentTimescale(const std::string&, const OptionMap& options, const Fla
   printLine(timescaleUri.text());
 }
 
-void listServiceObjects(const std::string& kind, const OptionMap&, const FlagMap&) {
-  const auto getInfo = rowOf(kinds, kind, reported::listKinds).getInfo;
+void listServiceObjects(const std::string& kind) {
+  const auto getInfo = requireRow(kinds, kind, reported::listKinds).getInfo;
   TextBuffer<INFO_BUFFER_SIZE> info;
   callService(getInfo, info.data(), info.size());
   printLine(info.text());
 }
 
-void getApiVersion(const std::string&, const OptionMap&, const FlagMap&) {
-  prepareForExceptions();
+void getApiVersion(const OptionMap&, const FlagMap&) {
+  initialiseUnwinder();
   printLine(std::to_string(apiWrapper.getApiVersion()));
 }

@@ -22,12 +22,12 @@ void runResourceCommand(ResourceOperation operation, std::string_view confirmati
 
 }  // namespace
 
-void loadResources(const std::string&, const OptionMap& options, const FlagMap& flags) {
+void loadResources(const OptionMap& options, const FlagMap& flags) {
   runResourceCommand(&ApiWrapper::loadResources, "Loaded resources from remoteHost = ", options,
                      flags);
 }
 
-void unloadResources(const std::string&, const OptionMap& options, const FlagMap& flags) {
+void unloadResources(const OptionMap& options, const FlagMap& flags) {
   runResourceCommand(&ApiWrapper::unloadResources, "Unloaded resources from remoteHost = ", options,
                      flags);
 }

@@ -5,7 +5,7 @@
 
 /// Enables this program to catch exceptions of the client library. Call it before each library
 /// call.
-void prepareForExceptions() noexcept;
+void initialiseUnwinder() noexcept;
 
 /// Calls `operation` of `apiWrapper` with `arguments` and the address of a fresh status record.
 /// Returns the result. Throws `zuerr::Exception` if the library reported an error, and ignores a
@@ -13,7 +13,7 @@ void prepareForExceptions() noexcept;
 template <typename Operation, typename... Arguments>
 auto callService(Operation operation, const Arguments&... arguments) {
   zuerr::ScopedStatus status;
-  prepareForExceptions();
+  initialiseUnwinder();
   try {
     return (apiWrapper.*operation)(arguments..., &status);
   } catch (...) {
