@@ -9,16 +9,16 @@ namespace simulator {
 namespace {
 
 /// Returns the host's name in a URI, or "" if there is none.
-std::string hostBehind(const std::string& prefix, const std::string& uri) {
+std::string hostInUri(const std::string& prefix, const std::string& uri) {
   return uri.starts_with(prefix) ? uri.substr(prefix.size()) : "";
 }
 
-/// Returns a number from -most to most that depends on the name alone: its FNV-1a hash, reduced to
+/// Returns a number from -max to max that depends on the name alone: its FNV-1a hash, reduced to
 /// the range.
-std::int64_t derivedFrom(const std::string& name, std::int64_t most) {
+std::int64_t derivedFrom(const std::string& name, std::int64_t max) {
   std::uint64_t hash = 14695981039346656037U;
   for (const char byte : name) hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
-  return static_cast<std::int64_t>(hash % static_cast<std::uint64_t>(2 * most + 1)) - most;
+  return static_cast<std::int64_t>(hash % static_cast<std::uint64_t>(2 * max + 1)) - max;
 }
 
 }  // namespace
@@ -43,12 +43,12 @@ void requireHost(const State& state, const std::string& host) {
 }
 
 void requireTimescale(const State& state, const std::string& uri) {
-  if (uri != localTimescaleUri && !state.hosts.contains(hostBehind(timescalePrefix, uri)))
+  if (uri != localTimescaleUri && !state.hosts.contains(hostInUri(timescalePrefix, uri)))
     throw Error(timescaleUnknown, uri);
 }
 
 void requireFreeDevice(const State& state, const std::string& uri) {
-  if (!state.hosts.contains(hostBehind(devicePrefix, uri))) throw Error(deviceUnknown, uri);
+  if (!state.hosts.contains(hostInUri(devicePrefix, uri))) throw Error(deviceUnknown, uri);
   if (domainOfDevice(state, uri) != nullptr) throw Error(deviceInUse, uri);
 }
 
@@ -97,7 +97,7 @@ std::int64_t offsetNs(const State& state, const std::string& timescaleUri, std::
   // Domains may follow each other in a ring. The first clock that repeats keeps its own offset.
   std::set<std::string> followed;
   while (uri != localTimescaleUri) {
-    const std::string host = hostBehind(timescalePrefix, uri);
+    const std::string host = hostInUri(timescalePrefix, uri);
     const Domain* const domain = domainOfDevice(state, devicePrefix + host);
     const bool follows = followed.insert(uri).second && domain != nullptr &&
                          domain->isCoherentAt(nowNs) && domain->timescaleUri != uri;

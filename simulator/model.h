@@ -27,7 +27,7 @@ inline constexpr std::int64_t latestNs = 9'000'000'000'000'000'000;
 inline constexpr std::int64_t simulatedTimeStartNs = 1'767'225'600 * nsPerSecond;
 
 /// Returns the moment `ns` later, or earlier if that is negative; at the limits of time, the limit.
-constexpr std::int64_t later(std::int64_t momentNs, std::int64_t ns) {
+constexpr std::int64_t addClamped(std::int64_t momentNs, std::int64_t ns) {
   return ns > latestNs - momentNs ? latestNs : std::max(momentNs + ns, std::int64_t{1});
 }
 

@@ -135,11 +135,11 @@ void orsksapi_syncDomain_startV2(Text uri, bool saveInitialCoherency, bool waitT
     const Domain before = domain;
     start(domain, saveInitialCoherency, operation.nowNs);
     if (!waitToBecomeCoherent) return;
-    const std::int64_t mostNs = std::min(timeout * nsPerSecond, latestNs - operation.nowNs);
+    const std::int64_t maxNs = std::min(timeout * nsPerSecond, latestNs - operation.nowNs);
     const std::int64_t neededNs = domain.coherentFromNs() - operation.nowNs;
     operation.waitFor = uri;
-    operation.waitNs = std::clamp(neededNs, std::int64_t{0}, mostNs);
-    operation.timesOut = neededNs > mostNs;
+    operation.waitNs = std::clamp(neededNs, std::int64_t{0}, maxNs);
+    operation.timesOut = neededNs > maxNs;
     if (operation.timesOut) domain = before;
   });
 }

@@ -27,7 +27,7 @@ class orskdbg_VarLineToBuffer : public orskdbg_VarLine {};
 using orskdbg_PrefixWriter = char* (*)(char* position, std::size_t room,
                                        const orskdbg_VarLine* context);
 
-/// Called after the lines of a failed assertion. If it returns, the program continues behind the
+/// Called after the lines of a failed assertion. If it returns, the program continues after the
 /// assertion.
 extern void (*orskdbg_assertHandler)(const orskdbg_VarLine* context, const char* expression);
 /// The writers of a line's prefix, then a null pointer.

@@ -124,8 +124,8 @@ std::size_t countFreeBytes(const char* position, std::size_t enough) {
   return count;
 }
 
-// Each scan function takes the position of a token and returns the position behind it, or null if
-// the token is another one. No token contains a NUL, so no function reads behind the text.
+// Each scan function takes the position of a token and returns the position after it, or null if
+// the token is another one. No token contains a NUL, so no function reads after the text.
 
 char* scanEscape(char* position) {
   ++position;

@@ -16,7 +16,7 @@
 ///    it, also in an insert that fails later.
 /// 2. On failure the result is null and the text has not changed. A null position fails.
 /// 3. Keys and values are NUL-terminated and are escaped. No blanks are written.
-/// 4. An insert returns the position behind what it inserted, so that the next insert there
+/// 4. An insert returns the position after what it inserted, so that the next insert there
 /// appends.
 
 #include <cstddef>
@@ -73,7 +73,7 @@ char* jsonbuf_insertInt(char* position, const char* key, int value) noexcept;
 /// Returns the position just after its "{}".
 char* jsonbuf_insertObject(char* position, const char* key) noexcept;
 
-/// Returns the position behind an object's closing brace, or null for null.
+/// Returns the position after an object's closing brace, or null for null.
 char* jsonbuf_leaveObject(char* position) noexcept;
 
 /// Does the same as `jsonbuf_insertString`, and grows the buffer if there is no room.

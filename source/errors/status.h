@@ -93,12 +93,12 @@ inline char* zuerr_findClosingBrace(zuerr_Status* status) noexcept {
 /// 2^30; the callback decides on the size. Returns the new address of `position`, or null.
 char* zuerr_grow(zuerr_Status* status, char* position) noexcept;
 
-/// Inserts a string member and grows the buffer if necessary. Returns the position behind the
+/// Inserts a string member and grows the buffer if necessary. Returns the position after the
 /// member, or null.
 char* zuerr_addString(zuerr_Status* status, char* position, const char* key,
                       const char* value) noexcept;
 
-/// Inserts "file", "line" and, if the site has one, "component". Returns the position behind the
+/// Inserts "file", "line" and, if the site has one, "component". Returns the position after the
 /// last member, or null.
 char* zuerr_addSite(zuerr_Status* status, char* position, const zuerr_Site* site) noexcept;
 

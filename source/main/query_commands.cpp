@@ -20,10 +20,10 @@ void getTime(const OptionMap& options, const FlagMap& flags) {
   printTimestamp(time, "Time in seconds : ");
 }
 
-constexpr Action timescaleActions[] = {
+constexpr Action actions[] = {
     {"getTime", getTime},
 };
-static_assert(hasEachArgumentOf(timescaleActions, "timescale"),
+static_assert(hasEachArgumentOf(actions, "timescale"),
               "Add a row for each argument in commandArguments.");
 
 struct Kind {
@@ -45,7 +45,7 @@ static_assert(hasEachArgumentOf(kinds, "list"), "Add a row for each argument in 
 
 void runTimescaleCommand(const std::string& action, const OptionMap& options,
                          const FlagMap& flags) {
-  requireRow(timescaleActions, action, reported::timescaleActions).run(options, flags);
+  requireRow(actions, action, reported::timescaleActions).run(options, flags);
 }
 
 void getCurrentTimescale(const OptionMap& options, const FlagMap&) {

@@ -1,7 +1,7 @@
 # Functions for the scripts in the cases.
 
 # Runs orskapp with the simulator and prints an error as its code and the offending value.
-reported() { orskapp-simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
+simulated() { orskapp-simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
 
 source "$ROOT/scripts/difference.sh"
 
@@ -18,25 +18,25 @@ expect() {
 # show LABEL COMMAND...: runs the command and prints its output after the label, as one line.
 show() { echo "$1: $("${@:2}" 2>&1 | paste -sd ' ')"; }
 
-load() { reported loadResources --remoteHost "$1" -q; }
+load() { simulated loadResources --remoteHost "$1" -q; }
 # create_domain URI MILLISECONDS [TIMESCALE]
 create_domain() {
-  reported syncDomain create --uri "$1" --timescaleUri "${3-timescale:local}" --maxOffset_ns 1 --minSyncDuration_ms "$2" -q
+  simulated syncDomain create --uri "$1" --timescaleUri "${3-timescale:local}" --maxOffset_ns 1 --minSyncDuration_ms "$2" -q
 }
 # create_with URI TIMESCALE HOSTS
 create_with() {
-  reported syncDomain createAndAddDevices --uri "$1" --timescaleUri "$2" --remoteHosts "$3" --maxOffset_ns 1000 --minSyncDuration_ms 0 -q
+  simulated syncDomain createAndAddDevices --uri "$1" --timescaleUri "$2" --remoteHosts "$3" --maxOffset_ns 1000 --minSyncDuration_ms 0 -q
 }
 # domain ACTION URI: an action that needs no other option than these.
-domain() { reported syncDomain "$1" --uri "$2" --timeout_s 0 -q; }
+domain() { simulated syncDomain "$1" --uri "$2" --timeout_s 0 -q; }
 # start_and_wait URI SECONDS [SAVE]
 start_and_wait() {
-  reported syncDomain startV2 --uri "$1" --saveInitialCoherency "${3:-0}" --waitToBecomeCoherent 1 --timeout_s "$2" -q
+  simulated syncDomain startV2 --uri "$1" --saveInitialCoherency "${3:-0}" --waitToBecomeCoherent 1 --timeout_s "$2" -q
 }
-relate() { reported timestampCorrelator create --timescaleUri1 "$1" --timescaleUri2 "$2" --samplingInterval 1 --historyLength 1 -q; }
+relate() { simulated timestampCorrelator create --timescaleUri1 "$1" --timescaleUri2 "$2" --samplingInterval 1 --historyLength 1 -q; }
 # correlate FROM TO S NS FNS
-correlate() { reported timestampCorrelator correlate --srcTimescaleUri "$1" --dstTimescaleUri "$2" --s "$3" --ns "$4" --fns "$5" -q; }
-now() { reported timescale getTime --timescaleUri "${1:-timescale:local}" -q; }
+correlate() { simulated timestampCorrelator correlate --srcTimescaleUri "$1" --dstTimescaleUri "$2" --s "$3" --ns "$4" --fns "$5" -q; }
+now() { simulated timescale getTime --timescaleUri "${1:-timescale:local}" -q; }
 # compact KIND: the list on one line, without blanks.
 compact() { orskapp-simulated list "$1" | tr -d '\n '; }
 

@@ -97,7 +97,7 @@ bool takeCallersBuffer(zuerr_Status* status, std::uint32_t size) {
   return status->capacity >= size;
 }
 
-void leaveText(zuerr_Status* status) {
+void writeText(zuerr_Status* status) {
   std::string text = environment("ORSK_TEST_TEXT", "");
   text.append(std::strtoull(environment("ORSK_TEST_PADDING", "0"), nullptr, 10), 'x');
   if (text.empty()) return;
@@ -161,7 +161,7 @@ class Call {
     next() << (fresh ? "fresh status" : "used status");
     if (const char* const code = std::getenv("ORSK_TEST_CODE")) {
       status->code = std::atoi(code);
-      leaveText(status);
+      writeText(status);
     }
   }
 

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "unit/block.h"
+#include "unit/exact_buffer.h"
 
 namespace {
 
@@ -52,12 +52,12 @@ TEST(JsonTextBuffer, InitLaysTextOutOrFails) {
     } else {
       EXPECT_EQ(buffer.get() + row.last, last);
       EXPECT_STREQ(row.text ? row.text : row.own, buffer.get());
-      EXPECT_EQ("text, zeros, J", Block::layoutOf(buffer.get(), row.size));
+      EXPECT_EQ("text, zeros, J", ExactBuffer::layoutOf(buffer.get(), row.size));
     }
   }
 }
 
-TEST(JsonTextBuffer, FindEndTakesAgreedTexts) {
+TEST(JsonTextBuffer, FindEndAcceptsValidTexts) {
   // clang-format off
   const char* const texts[] = {
       "{}", "[]", "[ \t\n\r]", "{ }", "[[],{}]", R"({"a":{},"b":[{}]})", R"([{"":[]},[]])",
@@ -69,13 +69,13 @@ TEST(JsonTextBuffer, FindEndTakesAgreedTexts) {
   for (const std::string text : texts) {
     const std::size_t end = text.find_last_of("]}");
     for (const char* tail : {"", "]", "}", ",x"}) {
-      const Block block(text + tail, 0);
+      const ExactBuffer block(text + tail, 0);
       EXPECT_EQ(block.at(end), jsonbuf_findEnd(block.at(0))) << text << tail;
     }
   }
 }
 
-TEST(JsonTextBuffer, FindEndRejectsTheRest) {
+TEST(JsonTextBuffer, FindEndRejectsInvalidTexts) {
   // clang-format off
   const char* const texts[] = {
       "", " {}", "1", "\"a\"", "null", "{", "[", "{]", "[}", "[{]}", "[[]", "{\"a\":[}]", "[,]", "[1,]", "[,1]",
@@ -88,16 +88,16 @@ TEST(JsonTextBuffer, FindEndRejectsTheRest) {
   };
   // clang-format on
   for (const char* text : texts) {
-    const Block block(text, 0);
+    const ExactBuffer block(text, 0);
     EXPECT_EQ(nullptr, jsonbuf_findEnd(block.at(0))) << text;
   }
 }
 
 TEST(JsonTextBuffer, FindEndFollowsAnyNesting) {
   const std::size_t depth = 1'000'000;
-  const Block open(std::string(depth, '['), 0);
+  const ExactBuffer open(std::string(depth, '['), 0);
   EXPECT_EQ(nullptr, jsonbuf_findEnd(open.at(0)));
-  const Block closed(std::string(depth, '[') + std::string(depth, ']'), 0);
+  const ExactBuffer closed(std::string(depth, '[') + std::string(depth, ']'), 0);
   EXPECT_EQ(closed.at(2 * depth - 1), jsonbuf_findEnd(closed.at(0)));
 }
 
@@ -157,7 +157,7 @@ TEST(JsonTextBuffer, InsertsInPlaceOrChangesNothing) {
     const std::size_t needed = after.size() - before.size();
     for (std::size_t room = 0; room <= needed + 2; ++room) {
       SCOPED_TRACE(testing::Message() << row.before << " with " << room << " free bytes");
-      const Block block(before, room);
+      const ExactBuffer block(before, room);
       char* const position = row.insert(block.at(from));
       EXPECT_TRUE(block.isLaidOut());
       EXPECT_EQ(room < needed ? before : after, block.text());
@@ -174,13 +174,13 @@ struct OneByteGrower {
     auto& self = *static_cast<OneByteGrower*>(context);
     if (self.room == self.most) return nullptr;
     const auto offset = static_cast<std::size_t>(position - self.block->at(0));
-    self.block = std::make_unique<Block>(self.block->text(), ++self.room);
+    self.block = std::make_unique<ExactBuffer>(self.block->text(), ++self.room);
     return self.block->at(offset);
   }
 
   std::size_t most;
   std::size_t room = 0;
-  std::unique_ptr<Block> block = std::make_unique<Block>("{}", 0);
+  std::unique_ptr<ExactBuffer> block = std::make_unique<ExactBuffer>("{}", 0);
   JsonGrower grower{grow, this};
 };
 

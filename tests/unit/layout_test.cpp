@@ -10,6 +10,7 @@
 #include "errors/console_exceptions.h"
 #include "errors/library_exception.h"
 #include "grammar/grammar_tables.h"
+#include "orsksapi_operations.h"
 #include "service/api_wrapper.h"
 
 namespace {
@@ -28,6 +29,7 @@ std::size_t slotOf(Function function) {
 
 template <typename... Functions>
 void expectSlotsFrom(std::size_t slot, Functions... functions) {
+  EXPECT_EQ(std::size(orsksapiOperations), sizeof...(functions)) << "add the new operation to this test";
   for (const std::size_t found : {slotOf(functions)...}) EXPECT_EQ(slot++, found);
 }
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "unit/block.h"
+#include "unit/exact_buffer.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ TEST(Status, DefaultResizeProvidesPowersOfTwo) {
     EXPECT_TRUE(zuerr_defaultResize(&status, size));
     EXPECT_EQ(capacity, status.capacity) << size;
     EXPECT_STREQ("[1]", status.json);
-    EXPECT_EQ("text, zeros, J", Block::layoutOf(status.json, capacity));
+    EXPECT_EQ("text, zeros, J", ExactBuffer::layoutOf(status.json, capacity));
     EXPECT_TRUE(before == nullptr || before == status.json);
   }
   for (std::uint32_t size : {0x80000000U, 0x80000001U, 0xFFFFFFFFU}) EXPECT_FALSE(zuerr_defaultResize(&status, size));
@@ -101,12 +101,12 @@ TEST(Status, GrowsForEveryMember) {
     ASSERT_EQ(expected, status.json);
     ASSERT_EQ(status.json + expected.size() - 1, position);
     ASSERT_EQ(expected.size() + 2 <= 512 ? 512U : 1024U, status.capacity);
-    ASSERT_EQ("text, zeros, J", Block::layoutOf(status.json, status.capacity));
+    ASSERT_EQ("text, zeros, J", ExactBuffer::layoutOf(status.json, status.capacity));
   }
 }
 
 TEST(Status, FailedGrowthChangesNothing) {
-  Block block("{}", 0);
+  ExactBuffer block("{}", 0);
   zuerr_Status status{0, 4, reject, block.at(0)};
   EXPECT_EQ(nullptr, zuerr_addString(&status, block.at(1), "k", "v"));
   for (char* const position : {block.at(1), static_cast<char*>(nullptr)}) {
@@ -128,7 +128,7 @@ TEST(Status, SetJsonTakesTextOrEmptyObject) {
     const char* const last = zuerr_setJson(&status, text);
     EXPECT_EQ(status.json + expected.size() - 1, last);
     EXPECT_EQ(expected, status.json);
-    EXPECT_EQ("text, zeros, J", Block::layoutOf(status.json, status.capacity));
+    EXPECT_EQ("text, zeros, J", ExactBuffer::layoutOf(status.json, status.capacity));
   }
 }
 
@@ -148,7 +148,7 @@ TEST(Status, RequestsSizesWithinTheirLimits) {
       {0xFFFFFFFF, {}, {}},
   };
   for (const auto& row : rows) {
-    const Block block("{}", 0);
+    const ExactBuffer block("{}", 0);
     zuerr_Status growing{0, row.size, reject, block.at(0)}, reserving{0, 4, reject, block.at(0)};
     requests.clear();
     EXPECT_EQ(nullptr, zuerr_grow(&growing, block.at(1)));
@@ -176,7 +176,7 @@ TEST(Status, MergeMovesTextUnderTheSameCallback) {
 }
 
 TEST(Status, MergeCopiesTextUnderAnotherCallback) {
-  const Block block("[2]", 0);
+  const ExactBuffer block("[2]", 0);
   zuerr_Status source{-2, 5, reject, block.at(0)}, rejected = rejecting();
   OwnedStatus destination(0, "[1]"), error(-3, "[3]");
   bool ok = false;

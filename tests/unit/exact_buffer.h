@@ -7,17 +7,17 @@
 #include "errors/json_text_buffer.h"
 
 /// A heap block of exact size, so that a sanitizer detects any access beyond it.
-class Block {
+class ExactBuffer {
  public:
   /// Initialises a buffer with `text` and `room` free bytes.
-  Block(const std::string& text, std::size_t room) : size_(text.size() + room + 2), bytes_(new char[size_]) {
+  ExactBuffer(const std::string& text, std::size_t room) : size_(text.size() + room + 2), bytes_(new char[size_]) {
     std::memset(bytes_.get(), '#', size_);
     jsonbuf_init(bytes_.get(), size_, text.c_str());
   }
 
   char* at(std::size_t offset) const { return bytes_.get() + offset; }
   std::string text() const { return bytes_.get(); }
-  /// Returns whether the bytes behind the text are valid.
+  /// Returns whether the bytes after the text are valid.
   bool isLaidOut() const { return layoutOf(bytes_.get(), size_) == "text, zeros, J"; }
 
   static std::string layoutOf(const char* bytes, std::size_t size) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-const char* faultOf(const zuerr_Status& status) {
+const char* defectOf(const zuerr_Status& status) {
   if (status.code >= 0) return "its code is not negative";
   if (status.json == nullptr) return "it has no text";
   const std::size_t length = strnlen(status.json, status.capacity);
@@ -30,8 +30,8 @@ const char* faultOf(const zuerr_Status& status) {
 int main() {
   zuerr_Status status = zuerr_initialStatus;
   orsksapi_syncDomain_isCoherent("check-library: there is no such domain", &status);
-  const char* const fault = faultOf(status);
-  if (fault != nullptr) std::printf("the record, with code %d: %s\n", status.code, fault);
+  const char* const defect = defectOf(status);
+  if (defect != nullptr) std::printf("the record, with code %d: %s\n", status.code, defect);
   zuerr_release(&status);
-  return fault == nullptr ? 0 : 1;
+  return defect == nullptr ? 0 : 1;
 }
