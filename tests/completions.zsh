@@ -50,7 +50,7 @@ for shell command in ${(kv)shells}; do
   # fish 3 does not show a completion what follows the cursor.
   [[ $shell == fish && $fish == *' 3.'* ]] || {
     before ' --uri u -q -t' $'orskapp syncDomain start \t' 'orskapp syncDomain start --timeout_s --uri u -q -t' &&
-      before ' --uri u' $'orskapp syncDomain start --u\t' 'orskapp syncDomain start --u --uri u' || failed=1
+      before ' --uri u' $'orskapp syncDomain start --ur\t' 'orskapp syncDomain start --ur --uri u' || failed=1
   }
   zpty -d shell
 done
