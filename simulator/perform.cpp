@@ -1,73 +1,15 @@
 #include "simulator/perform.h"
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
-#include <cstdlib>
 #include <thread>
 
-#include "orsksapi_operations.h"
+#include "simulator/settings.h"
 #include "simulator/state_file.h"
 
 namespace simulator {
 
 namespace {
-
-struct InjectedFault {
-  /// Empty: none.
-  std::string operation;
-  std::int32_t code = 0;
-  /// The call that fails; 0: every call.
-  std::uint64_t call = 0;
-};
-
-/// The environment variables of one operation.
-struct Settings {
-  std::int64_t delayNs = 0;
-  /// Duration of an operation in simulated time; none in system time.
-  std::optional<std::int64_t> stepNs;
-  InjectedFault fault;
-  std::string statePath;
-};
-
-/// Returns whether the whole text is a number that is in range.
-template <typename Number>
-bool readNumber(const char* begin, const char* end, Number& number) {
-  const auto [stopped, error] = std::from_chars(begin, end, number);
-  return error == std::errc() && stopped == end;
-}
-
-std::optional<std::int64_t> readMilliseconds(const std::string& variable) {
-  const char* const text = std::getenv(variable.c_str());
-  if (text == nullptr) return {};
-  std::uint32_t milliseconds = 0;
-  const bool valid = readNumber(text, text + std::strlen(text), milliseconds);
-  if (!valid) throw Error(badVariable, variable + '=' + text);
-  return milliseconds * nsPerMs;
-}
-
-/// Reads "operation=code" or "operation=code@N".
-InjectedFault readFault() {
-  const char* const text = std::getenv("ORSK_SIMULATOR_FAIL");
-  if (text == nullptr) return {};
-  const char* const end = text + std::strlen(text);
-  const char* const equals = std::find(text, end, '=');
-  const char* const at = std::find(equals, end, '@');
-  InjectedFault fault{{text, equals}};
-  std::string names;
-  bool known = false;
-  for (const std::string name : orsksapiOperations) {
-    // It has no status record, in which a fault could be reported.
-    if (name == "getApiVersion") continue;
-    names += ' ' + name;
-    known |= name == fault.operation;
-  }
-  const bool code = equals != end && readNumber(equals + 1, at, fault.code) && fault.code < 0;
-  const bool call = at == end || (readNumber(at + 1, end, fault.call) && fault.call > 0);
-  if (known && code && call) return fault;
-  const std::string value = std::string("ORSK_SIMULATOR_FAIL=") + text;
-  throw Error(badVariable, known ? value : value + " names none of" + names);
-}
 
 std::int64_t systemTimeNs() {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
@@ -147,11 +89,7 @@ bool performFunction(const char* function, zuerr_Status* status,
   bool done = false;
   Settings settings;
   try {
-    // First the delay, which applies whatever the other variables contain.
-    settings.delayNs = readMilliseconds("ORSK_SIMULATOR_DELAY_MS").value_or(0);
-    settings.stepNs = readMilliseconds("ORSK_SIMULATOR_STEP_MS");
-    settings.fault = readFault();
-    settings.statePath = statePath();
+    readSettings(settings);
     const Operation operation = performLocked(settings, name, work);
     if (!operation.waitFor.empty()) waitAndCheck(operation, settings);
     if (operation.warning) report(status, *operation.warning);

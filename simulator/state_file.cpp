@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
 #include "simulator/documents.h"
@@ -62,27 +61,6 @@ State stateOf(const std::string& text, const Error& damaged) {
 }
 
 }  // namespace
-
-std::string statePath() {
-  if (const char* const path = std::getenv("ORSK_SIMULATOR_STATE")) {
-    const std::string name =
-        std::strrchr(path, '/') == nullptr ? path : std::strrchr(path, '/') + 1;
-    // Another state may have its lock or its temporary file there.
-    const bool isReserved = name.ends_with(".lock") || name.ends_with(".new");
-    if (*path == '\0' || isReserved) {
-      throw Error(badVariable, std::string("ORSK_SIMULATOR_STATE=") + path);
-    }
-    if (name.empty() || name == "." || name == "..") failWith(path, EISDIR);
-    return path;
-  }
-  const std::string file = "/orskapp/simulator.json";
-  // A relative XDG_STATE_HOME counts as unset, as for every XDG base directory.
-  const char* folder = std::getenv("XDG_STATE_HOME");
-  if (folder != nullptr && *folder == '/') return folder + file;
-  folder = std::getenv("HOME");
-  if (folder == nullptr || *folder == '\0') throw Error(stateUnusable, "HOME is not set");
-  return std::string(folder) + "/.local/state" + file;
-}
 
 std::unique_ptr<std::FILE, int (*)(std::FILE*)> lockState(const std::string& path) {
   for (auto end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {

@@ -20,9 +20,6 @@ struct Umask {
   const mode_t before = umask(0077);
 };
 
-/// Returns the path of the state file, from the environment.
-std::string statePath();
-
 /// Waits until no other process has the lock. Creates a missing lock and its folders. The lock ends
 /// with the result; its file is never deleted.
 std::unique_ptr<std::FILE, int (*)(std::FILE*)> lockState(const std::string& path);
