@@ -29,7 +29,8 @@ inline nlohmann::json parseStrictly(const std::string& text, const Error& invali
   return json::parse(text, check, false);
 }
 
-/// A parameter document. Each function throws an `Error` for what is wrong in the document.
+/// A parameter document that was received; the console's `ParameterDocument` is one that is sent.
+/// Each function throws an `Error` for what is wrong in the document.
 class Document {
  public:
   /// Checks the document's type name, and that it is a JSON object with at most `count` members.
