@@ -21,8 +21,8 @@ inline nlohmann::json parseStrictly(const std::string& text, const Error& invali
     if (event == json::parse_event_t::object_end) names.pop_back();
     const bool isKey = event == json::parse_event_t::key;
     const bool isRepeated = isKey && !names.back().insert(parsed).second;
-    const bool hasNul =
-        parsed.is_string() && parsed.get<std::string>().find('\0') != std::string::npos;
+    const auto* const value = parsed.get_ptr<const std::string*>();
+    const bool hasNul = value != nullptr && value->find('\0') != std::string::npos;
     if (isRepeated || hasNul || depth > 4) throw Error(invalid);
     return true;
   };
