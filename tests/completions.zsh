@@ -47,11 +47,11 @@ for shell command in ${(kv)shells}; do
     typed $'orskapp-rehearse basena\tx' 'orskapp-rehearse basename x' &&
     before ' --uri u' $'orskapp syncDomain isCoherentS\t' 'orskapp syncDomain isCoherentSinceLastChecked --uri u' &&
     before ' --uri u' $'orskapp syncDomain \t' 'orskapp syncDomain --uri u' || failed=1
-  # fish 3 does not show a completion what follows the cursor.
-  [[ $shell == fish && $fish == *' 3.'* ]] || {
-    before ' --uri u -q -t' $'orskapp syncDomain start \t' 'orskapp syncDomain start --timeout_s --uri u -q -t' &&
-      before ' --uri u' $'orskapp syncDomain start --ur\t' 'orskapp syncDomain start --ur --uri u' || failed=1
-  }
+  # fish 3 does not show a completion what follows the cursor, and fish 4 completes more than beginnings.
+  [[ $shell == fish && $fish == *' 3.'* ]] ||
+    before ' --uri u -q -t' $'orskapp syncDomain start \t' 'orskapp syncDomain start --timeout_s --uri u -q -t' || failed=1
+  [[ $shell == fish ]] ||
+    before ' --uri u' $'orskapp syncDomain start --ur\t' 'orskapp syncDomain start --ur --uri u' || failed=1
   zpty -d shell
 done
 exit $failed
