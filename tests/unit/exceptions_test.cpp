@@ -49,9 +49,7 @@ TEST(LibraryException, CopyTakesTheText) {
   report(&source.status, -5, false);
   zuerr::Exception copy(source);
   EXPECT_STREQ("[1]", static_cast<const std::exception&>(copy).what());
-  EXPECT_STREQ("[1]", copy.zuerr::ExceptionBase::what());
   EXPECT_EQ(-5, copy.status.code);
-  EXPECT_STREQ("", source.what());
   EXPECT_EQ(-5, source.status.code);
 }
 
