@@ -1,18 +1,16 @@
 #pragma once
 
-/// The output of commands. If a line cannot be written, each function throws `std::runtime_error`
-/// with the message "standard output: " and the system's text, see strerror(3). A reader that is
-/// gone is no error.
+/// The output of commands. If a line cannot be written or stored, each function throws
+/// `std::runtime_error` with the message "standard output: " and the system's text, see strerror(3).
+/// A reader that is gone is no error.
 
 #include <unistd.h>
-
-#include <stdexcept>
-#include <string_view>
 
 #include "grammar/parsed_words.h"
 #include "output/standard_streams.h"
 
-/// Throws if `error` is not 0. It is the result of `writeLine` to standard output.
+/// Throws if `error`, the result of `writeLine` to standard output, is not 0, or if the system did
+/// not store the line.
 void throwIfNotWritten(int error);
 
 /// Prints a line that consists of `parts`.

@@ -23,8 +23,7 @@ void runTimed(const CommandLine& line) {
   if (!stopWatch) return;
   const auto elapsedNs = orsktools::monotonicNowNs() - stopWatch->startNs;
   const std::string elapsedMs = std::to_string(orsktools::wholeMilliseconds(elapsedNs));
-  const int error = writeLine(STDOUT_FILENO, "(Command executed in ", elapsedMs, " ms.)");
-  if (line.command != "help") throwIfNotWritten(error);
+  printLine("(Command executed in ", elapsedMs, " ms.)");
 }
 
 template <typename... Parts>
