@@ -114,7 +114,7 @@ void orskdbg_assertFailed(const orskdbg_AssertPlace& place, const char* expressi
   orskdbg_printf("[%s|%s|%d] !!ASSERT!!\n", reported::componentName, place.file, place.line);
   const orskdbg_VarLine traceLine{place.file, place.line, "\n"};
   traceLine("%s", expression);
-// The message is the format. All places are constants of this program.
+// The message is the format. All messages are constants of the program that asserts.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #pragma GCC diagnostic ignored "-Wformat-security"

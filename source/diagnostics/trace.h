@@ -45,7 +45,7 @@ extern int (*orskdbg_format)(char* buffer, std::size_t size, const char* format,
 /// Writes one line without a prefix, formatted as by printf(3).
 __attribute__((format(printf, 1, 2))) void orskdbg_printf(const char* format, ...);
 
-/// The reported place of an assertion: `file` and `line` are a fixed identifier.
+/// The reported place of an assertion.
 struct orskdbg_AssertPlace {
   const char* file;
   std::int32_t line;
@@ -53,10 +53,25 @@ struct orskdbg_AssertPlace {
   const char* message;
 };
 
+/// Returns the place to report for a message: where the assertion stands.
+constexpr orskdbg_AssertPlace orskdbg_placeOf(const char* message, const char* file,
+                                              std::int32_t line) {
+  return {file, line, message};
+}
+
+/// Returns a fixed place as it is.
+constexpr orskdbg_AssertPlace orskdbg_placeOf(const orskdbg_AssertPlace& place, const char*,
+                                              std::int32_t) {
+  return place;
+}
+
 /// Reports a failed assertion in three lines and calls the handler.
 void orskdbg_assertFailed(const orskdbg_AssertPlace& place, const char* expression);
 
-/// Reports a failed assertion if `condition` is false. Takes a constant `orskdbg_AssertPlace`
-/// instead of a message, because the reported file and line are fixed and not those of the source.
-#define ORSK_ASSERT(condition, place) \
-  ((condition) ? static_cast<void>(0) : orskdbg_assertFailed((place), "ASSERT(" #condition ")"))
+/// Reports a failed assertion if `condition` is false. `message` is a format as of printf(3),
+/// without arguments, or a fixed `orskdbg_AssertPlace`, which is reported instead of the file and
+/// line of the assertion.
+#define ORSK_ASSERT(condition, message)                                               \
+  ((condition) ? static_cast<void>(0)                                                 \
+               : orskdbg_assertFailed(orskdbg_placeOf((message), __FILE__, __LINE__), \
+                                      "ASSERT(" #condition ")"))

@@ -88,6 +88,15 @@ TEST_F(Trace, AssertionCallsTheHandlerLast) {
             written);
 }
 
+TEST_F(Trace, AnAssertionWithAMessageReportsItsPlace) {
+  ORSK_ASSERT(1 > 2, " 100%%.");
+  const orskdbg_VarLine here{__FILE__, __LINE__ - 1, "\n"};
+  const std::string reported = written;
+  EXPECT_EQ("[orskapp|" + std::string(here.file) + '|' + std::to_string(here.line) + "] !!ASSERT!!\n" +
+                traced(here, "ASSERT(1 > 2)") + traced(here, " 100%."),
+            reported);
+}
+
 TEST(MonotonicStopWatch, ReportsWholeMilliseconds) {
   orsktools::MonotonicStopWatch watch;
   watch.startNs = 0;
