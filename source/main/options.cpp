@@ -35,6 +35,7 @@ struct DebugMember {
     for (const DebugMember& member : members) {
       position = jsonbuf_insertStringGrowing(position, member.key, member.value, &grower);
     }
+    jsonbuf_leaveObject(position);
   }
   throw zuerr::Exception(error);
 }
