@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr char unknownException[] = "Unknown exception.";
+
 void runTimed(const CommandLine& line) {
   std::optional<orsktools::MonotonicStopWatch> stopWatch;
   if (isTimed(line.flags)) stopWatch.emplace();
@@ -43,9 +45,10 @@ int runConsole(int argc, const char* const* argv) {
     printError(code, ": ", zuerr_text(error.status));
     return error.status.code;
   } catch (const std::exception& error) {
-    printError(error.what());
+    const char* const message = error.what();
+    printError(message != nullptr ? message : unknownException);
   } catch (...) {
-    printError("Unknown exception.");
+    printError(unknownException);
   }
   return 1;
 }

@@ -14,7 +14,8 @@
 //   ORSK_TEST_PRINT    text that is printed with stdio
 //   ORSK_TEST_SPOIL    words: "wide" makes the standard streams wide and buffered, "nonblocking" non-blocking,
 //                      "interrupt" sends a signal every millisecond
-//   ORSK_TEST_THROW    throws: "int" an int, "abort" nothing but aborts, other text a std::runtime_error
+//   ORSK_TEST_THROW    throws: "int" an int, "silence" an exception without a text, "abort" nothing but aborts,
+//                      other text a std::runtime_error
 //   ORSK_TEST_EXIT     ends the thread when the text is released, which unwinds the stack as an exception does
 
 #include <fcntl.h>
@@ -116,6 +117,10 @@ void writeText(zuerr_Status* status) {
   if (owner("unsized")) status->capacity = 0;
 }
 
+struct Silence : std::exception {
+  const char* what() const noexcept override { return nullptr; }
+};
+
 /// One call: records its arguments and writes the results.
 class Call {
  public:
@@ -173,6 +178,7 @@ class Call {
     spoilStreams();
     if (isAsked("ORSK_TEST_THROW", "abort")) std::abort();
     if (isAsked("ORSK_TEST_THROW", "int")) throw 1;
+    if (isAsked("ORSK_TEST_THROW", "silence")) throw Silence();
     if (const char* const text = std::getenv("ORSK_TEST_THROW")) throw std::runtime_error(text);
     return static_cast<std::uint32_t>(std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));
   }
