@@ -68,6 +68,8 @@ void returnToDispatcher(const orskdbg_VarLine*, const char*) {}
 
 void writeToStandardError(const char* line) {
   std::fputs(line, stderr);
+  // The client library may have made the stream buffered.
+  std::fflush(stderr);
 }
 
 }  // namespace
