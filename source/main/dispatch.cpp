@@ -1,6 +1,8 @@
 #include "main/dispatch.h"
 
-#include <type_traits>
+#include <algorithm>
+#include <string>
+#include <string_view>
 
 #include "commands/dispatch_table.h"
 #include "commands/sync_domain_command.h"
@@ -18,30 +20,29 @@ struct Command {
   void (*run)(const std::string& argument, const OptionMap& options, const FlagMap& flags);
 };
 
-/// Calls `function` with those of a command's inputs that it takes.
-template <auto function>
-void run(const std::string& argument, const OptionMap& options, const FlagMap& flags) {
-  if constexpr (std::is_invocable_v<decltype(function), decltype(argument)>) {
-    function(argument);
-  } else if constexpr (std::is_invocable_v<decltype(function), decltype(options),
-                                           decltype(flags)>) {
-    function(options, flags);
-  } else {
-    function(argument, options, flags);
-  }
+/// Calls a command that has only an argument.
+template <void function(const std::string&)>
+void withArgument(const std::string& argument, const OptionMap&, const FlagMap&) {
+  function(argument);
+}
+
+/// Calls a command that has no argument.
+template <void function(const OptionMap&, const FlagMap&)>
+void withOptions(const std::string&, const OptionMap& options, const FlagMap& flags) {
+  function(options, flags);
 }
 
 // clang-format off
 constexpr Command commands[] = {
-    {"help",                run<printHelp>},
-    {"loadResources",       run<loadResources>},
-    {"unloadResources",     run<unloadResources>},
-    {"timestampCorrelator", run<runTimestampCorrelatorCommand>},
-    {"syncDomain",          run<runSyncDomainCommand>},
-    {"timescale",           run<runTimescaleCommand>},
-    {"getCurrentTimescale", run<getCurrentTimescale>},
-    {"list",                run<listServiceObjects>},
-    {"getApiVersion",       run<getApiVersion>},
+    {"help",                withArgument<printHelp>},
+    {"loadResources",       withOptions<loadResources>},
+    {"unloadResources",     withOptions<unloadResources>},
+    {"timestampCorrelator", runTimestampCorrelatorCommand},
+    {"syncDomain",          runSyncDomainCommand},
+    {"timescale",           runTimescaleCommand},
+    {"getCurrentTimescale", withOptions<getCurrentTimescale>},
+    {"list",                withArgument<listServiceObjects>},
+    {"getApiVersion",       withOptions<getApiVersion>},
 };
 // clang-format on
 static_assert(std::ranges::equal(commands, validCommands, {}, &Command::word),
