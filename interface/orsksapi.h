@@ -22,7 +22,14 @@
 extern "C" {
 #endif
 
+/* 17 bytes, packed: whole seconds (64 bits), nanoseconds (32 bits), a fraction of a nanosecond in
+ * the service's own unit (32 bits), and a byte that is not 0 if the time is negative. Defined in
+ * source/service/timestamp.h. */
 struct Timestamp;
+/* 24 bytes: the code (32 bits, signed), the capacity of the text buffer in bytes (32 bits), the
+ * callback that enlarges or releases the buffer, and the buffer or null. Defined, with the contract
+ * of both sides, in source/errors/status.h; the buffer's layout is in
+ * source/errors/json_text_buffer.h. */
 struct zuerr_Status;
 
 /* Returns the version of this interface. Cannot fail. */
@@ -67,8 +74,11 @@ bool orsksapi_syncDomain_start(const char* syncDomainUri, uint32_t timeout_s,
 void orsksapi_syncDomain_startV2(const char* syncDomainUri, bool saveInitialCoherency,
                                  bool waitToBecomeCoherent, uint32_t timeout_s,
                                  struct zuerr_Status* status);
+/* Stops a sync domain. */
 void orsksapi_syncDomain_stop(const char* syncDomainUri, struct zuerr_Status* status);
+/* Deletes a sync domain. */
 void orsksapi_syncDomain_delete(const char* syncDomainUri, struct zuerr_Status* status);
+/* Adds a syncable device to a sync domain. */
 void orsksapi_syncDomain_addSyncableDevice(const char* syncDomainUri, const char* syncableDeviceUri,
                                            struct zuerr_Status* status);
 /* Return whether a sync domain is coherent, and was since the previous query. */

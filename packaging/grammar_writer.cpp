@@ -1,4 +1,4 @@
-// grammar_writer FORM [TEMPLATE]: prints the grammar's tables in a form.
+// grammar_writer OUTPUT [TEMPLATE]: prints the grammar's tables for a use:
 //   bash, fish   functions for completions; zsh reads those for bash
 //   markdown     the README's table of commands
 //   lines        a command line that calls the library, for each command and argument
@@ -7,7 +7,7 @@
 //   manual       nothing without a template
 // With a template prints that, and replaces these lines:
 //   @GRAMMAR@                  the tables
-//   @FORM command argument@    the manual's entry. A template with one entry needs all.
+//   @USAGE command argument@   the manual's entry. A template with one entry needs all.
 //   %MESSAGES%                 the messages of the command-line errors
 
 #include <algorithm>
@@ -25,6 +25,7 @@ namespace {
 struct Option {
   std::string name;
   OptionType type;
+  std::string unit;
 };
 
 /// A command with one of its arguments, or without.
@@ -39,7 +40,7 @@ std::vector<Usage> readUsages() {
   for (const std::string_view command : validCommands) {
     Usage bare{std::string(command), "", {}};
     for (const CommandOption& row : commandOptions) {
-      if (row.command == command) bare.options.push_back({std::string(row.option), row.type});
+      if (row.command == command) bare.options.push_back({std::string(row.option), row.type, ""});
     }
     std::vector<Usage> withArguments;
     for (const CommandArgument& argument : commandArguments) {
@@ -47,7 +48,8 @@ std::vector<Usage> readUsages() {
       withArguments.push_back({bare.command, std::string(argument.argument), {}});
       for (const ArgumentOption& row : argumentOptions) {
         if (row.command != command || row.argument != argument.argument) continue;
-        withArguments.back().options.push_back({std::string(row.option), row.type});
+        withArguments.back().options.push_back(
+            {std::string(row.option), row.type, std::string(row.unit)});
       }
     }
     if (!needsArgument(command)) usages.push_back(bare);
@@ -81,15 +83,10 @@ const char* nameOf(OptionType type) {
 
 /// Returns the type with its unit, if the option's name does not contain it.
 std::string describe(const Option& option) {
-  const std::pair<const char*, const char*> units[] = {
-      {"samplingInterval", "ms"}, {"historyLength", "samples"}, {"fns", "fraction"}};
   // A bar would end the table's cell.
   const bool isTruthValue = option.type == OptionType::truthValue;
-  std::string description = isTruthValue ? "0 or 1" : nameOf(option.type);
-  for (const auto& [name, unit] : units) {
-    if (option.name == name) description += " (" + std::string(unit) + ')';
-  }
-  return description;
+  const std::string type = isTruthValue ? "0 or 1" : nameOf(option.type);
+  return option.unit.empty() ? type : type + " (" + option.unit + ')';
 }
 
 /// Returns the texts that `textOf` makes of `rows`, separated by blanks, without the empty ones.
@@ -218,13 +215,13 @@ void writeDictionary(std::ostream& out) {
   }
 }
 
-struct Form {
+struct Output {
   std::string_view name;
   void (*write)(std::ostream& out);
 };
 
 // clang-format off
-constexpr Form forms[] = {
+constexpr Output outputs[] = {
     {"bash",       [](std::ostream& out) { writeShell(out, false); }},
     {"fish",       [](std::ostream& out) { writeShell(out, true); }},
     {"markdown",   writeMarkdown},
@@ -249,15 +246,15 @@ void writeMessages(std::ostream& out) {
 }
 
 /// Writes the template `in`. Returns an error, or an empty text.
-std::string fillTemplate(std::istream& in, const Form& form, std::ostream& out) {
+std::string fillTemplate(std::istream& in, const Output& output, std::ostream& out) {
   std::set<std::string> documented;
   for (std::string line; std::getline(in, line);) {
     if (line == "@GRAMMAR@") {
-      form.write(out);
+      output.write(out);
     } else if (line == "%MESSAGES%") {
       writeMessages(out);
-    } else if (line.starts_with("@FORM ")) {
-      const std::string name = line.substr(6, line.size() - 7);
+    } else if (line.starts_with("@USAGE ")) {
+      const std::string name = line.substr(7, line.size() - 8);
       const bool isNew = documented.insert(name).second;
       if (!isNew || !writeManualEntry(out, name)) return "unknown or repeated: " + name;
     } else {
@@ -274,20 +271,20 @@ std::string fillTemplate(std::istream& in, const Form& form, std::ostream& out) 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto* const form =
-      std::ranges::find(forms, std::string_view(argc < 2 ? "" : argv[1]), &Form::name);
-  if (form == std::end(forms) || argc > 3) {
-    std::cerr << "usage: grammar_writer FORM [TEMPLATE]\nforms:";
-    for (const Form& known : forms) std::cerr << ' ' << known.name;
+  const auto* const output =
+      std::ranges::find(outputs, std::string_view(argc < 2 ? "" : argv[1]), &Output::name);
+  if (output == std::end(outputs) || argc > 3) {
+    std::cerr << "usage: grammar_writer OUTPUT [TEMPLATE]\noutputs:";
+    for (const Output& known : outputs) std::cerr << ' ' << known.name;
     std::cerr << '\n';
     return 2;
   }
   std::string error;
   if (argc == 2) {
-    form->write(std::cout);
+    output->write(std::cout);
   } else {
     std::ifstream in(argv[2]);
-    error = fillTemplate(in, *form, std::cout);
+    error = fillTemplate(in, *output, std::cout);
   }
   if (!std::cout.flush()) error = "cannot write";
   if (error.empty()) return 0;

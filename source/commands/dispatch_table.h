@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -26,8 +27,8 @@ constexpr bool hasEachArgumentOf(const Row (&table)[size], std::string_view comm
          std::ranges::count(commandArguments, command, &CommandArgument::command) == size;
 }
 
-/// Returns the row of `table` for `word`. If there is none, which the grammar's check allows,
-/// asserts at `place` and throws `InvalidArgException`.
+/// Returns the row of `table` for `word`. A word of another command passes the grammar's check. For
+/// it, asserts at `place` and throws `InvalidArgException`.
 template <typename Row, std::size_t size>
 const Row& requireRow(const Row (&table)[size], std::string_view word,
                       const orskdbg_AssertPlace& place) {

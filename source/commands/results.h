@@ -1,8 +1,8 @@
 #pragma once
 
 /// The output of commands. If a line cannot be written or stored, each function throws
-/// `std::runtime_error` with the message "standard output: " and the system's text, see strerror(3).
-/// A reader that is gone is no error.
+/// `std::runtime_error` with the message "standard output: " and the system's text, see
+/// strerror(3). A reader that is gone is no error.
 
 #include <unistd.h>
 

@@ -5,5 +5,5 @@
 #include "service/timestamp.h"
 
 /// Prints `label` and `timestamp`: seconds, ".", at least nine digits of nanoseconds, and the
-/// fraction. Throws what `printLine` throws. Other code calls it without a label.
+/// fraction. Throws what `printLine` throws.
 void printTimestamp(const Timestamp& timestamp, std::string_view label = "");

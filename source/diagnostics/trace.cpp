@@ -48,7 +48,7 @@ char* writeFile(char* position, std::size_t room, const orskdbg_VarLine* context
   return writeColumn(position, room, context->file, orskdbg_fileWidth, ' ');
 }
 
-char* writeLine(char* position, std::size_t room, const orskdbg_VarLine* context) {
+char* writeLineNumber(char* position, std::size_t room, const orskdbg_VarLine* context) {
   char digits[16];
   std::snprintf(digits, sizeof digits, "%d", context->line);
   return writeColumn(position, room, digits, orskdbg_lineWidth, '0');
@@ -59,8 +59,8 @@ char* writeClosing(char* position, std::size_t room, const orskdbg_VarLine*) {
 }
 
 constexpr orskdbg_PrefixWriter defaultPrefixWriters[] = {
-    writeOpening,   writeComponent, writeSeparator, writeFile,
-    writeSeparator, writeLine,      writeClosing,   nullptr,
+    writeOpening,   writeComponent,  writeSeparator, writeFile,
+    writeSeparator, writeLineNumber, writeClosing,   nullptr,
 };
 
 /// Does nothing: the dispatcher that asserted reports the error.

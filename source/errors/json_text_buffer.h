@@ -11,13 +11,12 @@
 /// mark. A text of L characters needs a buffer of at least L + 2 bytes.
 ///
 /// Contract of every routine:
-/// 1. The caller owns the buffer. No routine allocates or releases it; only the caller's grower
-/// moves
-///    it, also in an insert that fails later.
+/// 1. The caller owns the buffer. No routine allocates or releases it. Only the caller's grower
+///    moves it, also in an insert that fails later.
 /// 2. On failure the result is null and the text has not changed. A null position fails.
 /// 3. Keys and values are NUL-terminated and are escaped. No blanks are written.
-/// 4. An insert returns the position after what it inserted, so that the next insert there
-/// appends.
+/// 4. An insert returns the position after what it inserted, so that the next insert there appends.
+///    After an insert at the opening bracket of "{ }" this is the blank.
 
 #include <cstddef>
 #include <string>
@@ -38,7 +37,7 @@ std::size_t jsonbuf_escapedLength(const char* text) noexcept;
 /// Writes the escaped `text` to `destination`, which has room for `jsonbuf_escapedLength(text)`
 /// bytes. Writes no NUL. Returns the position after the last byte.
 ///
-/// Uses the two-character escapes of RFC 8259 except that of the slash, and \u00xx in lower case
+/// Uses the two-character escapes of RFC 8259 except that of the slash, and `\u00xx` in lower case
 /// for the other bytes below 0x20 and for 0x7F. Copies all other bytes.
 char* jsonbuf_escape(char* destination, const char* text) noexcept;
 

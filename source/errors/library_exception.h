@@ -17,7 +17,8 @@ class ExceptionBase {
   ExceptionBase& operator=(const ExceptionBase&) = delete;
   virtual ~ExceptionBase();
 
-  /// Returns the record's JSON text, or "" if there is none. Valid while the exception exists.
+  /// Returns the record's JSON text, or "" if there is none. Valid while the exception exists. A
+  /// text of the library without a NUL is not bounded; `zuerr_text` is.
   virtual const char* what() const noexcept;
 
   zuerr_Status status = zuerr_initialStatus;

@@ -2,14 +2,14 @@
 
 /// The status record of the client library's C interface, shared with it byte for byte.
 ///
-/// Contract between the owner of the record and the reporter:
-/// 1. The owner initialises the record with code 0, no text and its own `resize` callback. The
-///    record exists during the whole call. The reporter allocates the text with the record's
+/// Contract between the program, which owns the record, and the library, which reports in it:
+/// 1. The program initialises the record with code 0, no text and its own `resize` callback. The
+///    record exists during the whole call. The library allocates the text with the record's
 ///    `resize`.
 /// 2. Code 0 is success, above 0 a warning, below 0 an error. The severity only rises: the first
 ///    error and its text stay.
 /// 3. `json` is null or a buffer of `capacity` bytes, see json_text_buffer.h.
-/// 4. The owner releases the text with the record's `resize` and size 0. The reporter may have
+/// 4. The program releases the text with the record's `resize` and size 0. The library may have
 ///    replaced the callback.
 ///
 /// No operation throws or prints. On failure the result is false or null, and the text is valid.
@@ -70,8 +70,8 @@ bool zuerr_setCode(zuerr_Status* status, std::int32_t code) noexcept;
 bool zuerr_setCodeAt(zuerr_Status* status, std::int32_t code, const zuerr_Site* site,
                      bool* textOk) noexcept;
 
-/// Sets the source's code if it is more severe, and takes the text: the buffer itself if both
-/// records have the same `resize` callback, else a copy. Returns whether the code was set.
+/// Takes the source's code if it is more severe, and then the text: the buffer itself if both
+/// records have the same `resize` callback, else a copy. Returns whether the code was taken.
 /// `*textOk` is as for `zuerr_setCodeAt`.
 bool zuerr_merge(zuerr_Status* destination, zuerr_Status* source, bool* textOk) noexcept;
 
@@ -79,7 +79,7 @@ bool zuerr_merge(zuerr_Status* destination, zuerr_Status* source, bool* textOk) 
 /// Returns what `jsonbuf_init` returns, or null.
 char* zuerr_setJson(zuerr_Status* status, const char* text) noexcept;
 
-/// Ensures a buffer for a text of `room` characters, at most 2^31 - 3. Returns the position of the
+/// Ensures a buffer for a text of length `room`, at most 2^31 - 3. Returns the position of the
 /// text's closing bracket, or null.
 char* zuerr_reserve(zuerr_Status* status, std::uint32_t room) noexcept;
 
@@ -89,8 +89,8 @@ inline char* zuerr_findClosingBrace(zuerr_Status* status) noexcept {
   return zuerr_reserve(status, 2);
 }
 
-/// Asks the callback for twice the capacity minus 2 bytes, with a capacity from more than 2 up to
-/// 2^30; the callback decides on the size. Returns the new address of `position`, or null.
+/// Requests 2 * capacity - 2 bytes from the callback. Fails if the capacity is below 3 or above
+/// 2^30. Returns the new address of `position`, or null.
 char* zuerr_grow(zuerr_Status* status, char* position) noexcept;
 
 /// Inserts a string member and grows the buffer if necessary. Returns the position after the
@@ -114,5 +114,5 @@ JsonGrower zuerr_growerOf(zuerr_Status* status) noexcept;
 /// capacity of 0 at its NUL. Valid until the record changes.
 std::string_view zuerr_text(const zuerr_Status& status) noexcept;
 
-/// Releases the text with the record's callback.
+/// Releases the text with the record's callback. Does nothing without a callback.
 void zuerr_release(zuerr_Status* status) noexcept;

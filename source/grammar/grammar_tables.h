@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string_view>
 
 /// The type of an option's value, for documents and tests. The program reads an option with the
@@ -30,6 +31,8 @@ struct ArgumentOption {
   std::string_view argument;
   std::string_view option;
   OptionType type;
+  /// The unit, if the option's name does not contain it. For documents.
+  std::string_view unit;
   /// Printed by help after the option's name.
   std::string_view helpHint;
 };
@@ -41,6 +44,7 @@ inline constexpr std::string_view quietFlag = "-q";
 
 // clang-format off
 
+/// The words that may come first.
 inline constexpr auto validCommands = std::to_array<std::string_view>({
     "help",
     "loadResources",
@@ -65,8 +69,10 @@ inline constexpr auto validArguments = std::to_array<std::string_view>({
     "timescales", "syncableDevices", "syncDomains", "correlators",
 });
 
+/// The words that are flags everywhere after the command.
 inline constexpr auto validFlags = std::to_array<std::string_view>({timingFlag, quietFlag});
 
+/// The arguments of each command.
 inline constexpr auto commandArguments = std::to_array<CommandArgument>({
     // command                argument
     {"help",                  "loadResources"},
@@ -100,6 +106,7 @@ inline constexpr auto commandArguments = std::to_array<CommandArgument>({
     {"list",                  "correlators"},
 });
 
+/// The options of each command without arguments.
 inline constexpr auto commandOptions = std::to_array<CommandOption>({
     // command                option        type
     {"loadResources",         "remoteHost", OptionType::text},
@@ -112,43 +119,44 @@ inline constexpr std::string_view nullTimescaleHint =
 /// The backslashes are part of the text: a shell needs them in a word in double quotes.
 inline constexpr std::string_view remoteHostsHint = R"(  (e.g. [\"192.0.2.1\",\"192.0.2.2\"]))";
 
+/// The options of each command and argument.
 inline constexpr auto argumentOptions = std::to_array<ArgumentOption>({
-    // command                argument                      option                  type                    help hint
-    {"timestampCorrelator",   "create",                     "timescaleUri1",        OptionType::text,       ""},
-    {"timestampCorrelator",   "create",                     "timescaleUri2",        OptionType::text,       ""},
-    {"timestampCorrelator",   "create",                     "samplingInterval",     OptionType::uint32,     ""},
-    {"timestampCorrelator",   "create",                     "historyLength",        OptionType::uint32,     ""},
-    {"timestampCorrelator",   "delete",                     "timescaleUri1",        OptionType::text,       ""},
-    {"timestampCorrelator",   "delete",                     "timescaleUri2",        OptionType::text,       ""},
-    {"timestampCorrelator",   "correlate",                  "srcTimescaleUri",      OptionType::text,       ""},
-    {"timestampCorrelator",   "correlate",                  "dstTimescaleUri",      OptionType::text,       ""},
-    {"timestampCorrelator",   "correlate",                  "s",                    OptionType::uint64,     ""},
-    {"timestampCorrelator",   "correlate",                  "ns",                   OptionType::uint32,     ""},
-    {"timestampCorrelator",   "correlate",                  "fns",                  OptionType::uint32,     ""},
+    // command                argument                      option                  type                    unit        help hint
+    {"timestampCorrelator",   "create",                     "timescaleUri1",        OptionType::text,       "",         ""},
+    {"timestampCorrelator",   "create",                     "timescaleUri2",        OptionType::text,       "",         ""},
+    {"timestampCorrelator",   "create",                     "samplingInterval",     OptionType::uint32,     "ms",       ""},
+    {"timestampCorrelator",   "create",                     "historyLength",        OptionType::uint32,     "samples",  ""},
+    {"timestampCorrelator",   "delete",                     "timescaleUri1",        OptionType::text,       "",         ""},
+    {"timestampCorrelator",   "delete",                     "timescaleUri2",        OptionType::text,       "",         ""},
+    {"timestampCorrelator",   "correlate",                  "srcTimescaleUri",      OptionType::text,       "",         ""},
+    {"timestampCorrelator",   "correlate",                  "dstTimescaleUri",      OptionType::text,       "",         ""},
+    {"timestampCorrelator",   "correlate",                  "s",                    OptionType::uint64,     "",         ""},
+    {"timestampCorrelator",   "correlate",                  "ns",                   OptionType::uint32,     "",         ""},
+    {"timestampCorrelator",   "correlate",                  "fns",                  OptionType::uint32,     "fraction", ""},
 
-    {"syncDomain",            "create",                     "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "create",                     "timescaleUri",         OptionType::text,       ""},
-    {"syncDomain",            "create",                     "maxOffset_ns",         OptionType::uint32,     ""},
-    {"syncDomain",            "create",                     "minSyncDuration_ms",   OptionType::uint32,     ""},
-    {"syncDomain",            "createAndAddDevices",        "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "createAndAddDevices",        "timescaleUri",         OptionType::text,       nullTimescaleHint},
-    {"syncDomain",            "createAndAddDevices",        "remoteHosts",          OptionType::text,       remoteHostsHint},
-    {"syncDomain",            "createAndAddDevices",        "maxOffset_ns",         OptionType::uint32,     ""},
-    {"syncDomain",            "createAndAddDevices",        "minSyncDuration_ms",   OptionType::uint32,     ""},
-    {"syncDomain",            "delete",                     "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "start",                      "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "start",                      "timeout_s",            OptionType::uint32,     ""},
-    {"syncDomain",            "startV2",                    "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "startV2",                    "saveInitialCoherency", OptionType::truthValue, ""},
-    {"syncDomain",            "startV2",                    "waitToBecomeCoherent", OptionType::truthValue, ""},
-    {"syncDomain",            "startV2",                    "timeout_s",            OptionType::uint32,     ""},
-    {"syncDomain",            "stop",                       "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "addSyncableDevice",          "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "addSyncableDevice",          "syncableDeviceUri",    OptionType::text,       ""},
-    {"syncDomain",            "isCoherent",                 "uri",                  OptionType::text,       ""},
-    {"syncDomain",            "isCoherentSinceLastChecked", "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "create",                     "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "create",                     "timescaleUri",         OptionType::text,       "",         ""},
+    {"syncDomain",            "create",                     "maxOffset_ns",         OptionType::uint32,     "",         ""},
+    {"syncDomain",            "create",                     "minSyncDuration_ms",   OptionType::uint32,     "",         ""},
+    {"syncDomain",            "createAndAddDevices",        "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "createAndAddDevices",        "timescaleUri",         OptionType::text,       "",         nullTimescaleHint},
+    {"syncDomain",            "createAndAddDevices",        "remoteHosts",          OptionType::text,       "",         remoteHostsHint},
+    {"syncDomain",            "createAndAddDevices",        "maxOffset_ns",         OptionType::uint32,     "",         ""},
+    {"syncDomain",            "createAndAddDevices",        "minSyncDuration_ms",   OptionType::uint32,     "",         ""},
+    {"syncDomain",            "delete",                     "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "start",                      "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "start",                      "timeout_s",            OptionType::uint32,     "",         ""},
+    {"syncDomain",            "startV2",                    "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "startV2",                    "saveInitialCoherency", OptionType::truthValue, "",         ""},
+    {"syncDomain",            "startV2",                    "waitToBecomeCoherent", OptionType::truthValue, "",         ""},
+    {"syncDomain",            "startV2",                    "timeout_s",            OptionType::uint32,     "",         ""},
+    {"syncDomain",            "stop",                       "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "addSyncableDevice",          "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "addSyncableDevice",          "syncableDeviceUri",    OptionType::text,       "",         ""},
+    {"syncDomain",            "isCoherent",                 "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "isCoherentSinceLastChecked", "uri",                  OptionType::text,       "",         ""},
 
-    {"timescale",             "getTime",                    "timescaleUri",         OptionType::text,       ""},
+    {"timescale",             "getTime",                    "timescaleUri",         OptionType::text,       "",         ""},
 });
 
 // clang-format on

@@ -1,7 +1,6 @@
 #include "grammar/option_access.h"
 
 #include <boost/lexical_cast.hpp>
-#include <cstdint>
 #include <iterator>
 #include <type_traits>
 

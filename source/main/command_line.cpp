@@ -1,5 +1,8 @@
 #include "main/command_line.h"
 
+#include <span>
+#include <string_view>
+
 #include "errors/console_exceptions.h"
 #include "grammar/grammar_tables.h"
 #include "main/options.h"

@@ -1,5 +1,8 @@
 #include "main/resource_commands.h"
 
+#include <string>
+#include <string_view>
+
 #include "commands/results.h"
 #include "grammar/option_access.h"
 #include "service/parameter_document.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "grammar/parsed_words.h"
 
 /// Loads the resources of the host in the option `remoteHost` and prints a confirmation. Throws

@@ -1,12 +1,14 @@
 #pragma once
 
 /// The process's standard streams: the program's one way to print, except trace lines. Lines bypass
-/// the C library's streams, because the client library shares their state. What the client library
-/// has printed with them before the first line is flushed first. A line is one write if the system
-/// accepts it whole, and is written before the next one begins.
+/// the C library's streams, because the client library shares their state. Before its first line
+/// the program flushes what the library has printed. A line is one write if the system accepts it
+/// whole, and is written before the next one begins.
 
 #include <sys/uio.h>
 
+#include <cstddef>
+#include <iterator>
 #include <span>
 #include <string_view>
 

@@ -22,6 +22,8 @@ inline constexpr std::size_t INFO_BUFFER_SIZE = 32768;
 
 namespace orsksapi {
 
+/// The client library's operations, for the program and for other implementations. The order of the
+/// functions is that of the virtual table.
 class ApiWrapperInterface {
  public:
   virtual ~ApiWrapperInterface() = default;
@@ -46,9 +48,10 @@ class ApiWrapperInterface {
                                              zuerr_Status* status) = 0;
   virtual void syncDomain_create(const std::string& paramsName, const std::string& paramsJson,
                                  zuerr_Status* status) = 0;
-  /// Returns whether the domain was started. The time-out is in seconds.
+  /// Returns whether the domain was started. `timeout` is in seconds.
   virtual bool syncDomain_start(const std::string& syncDomainUri, std::uint32_t timeout,
                                 zuerr_Status* status) = 0;
+  /// `timeout` is in seconds.
   virtual void syncDomain_startV2(const std::string& syncDomainUri, bool saveInitialCoherency,
                                   bool waitToBecomeCoherent, std::uint32_t timeout,
                                   zuerr_Status* status) = 0;

@@ -9,7 +9,7 @@ void initialiseUnwinder() noexcept;
 
 /// Calls `operation` of `apiWrapper` with `arguments` and the address of a fresh status record.
 /// Returns the result. Throws `zuerr::Exception` if the library reported an error, and ignores a
-/// warning. An exception of the library passes through, without the error.
+/// warning. If the library throws, that exception goes on and its status code is dropped.
 template <typename Operation, typename... Arguments>
 auto callService(Operation operation, const Arguments&... arguments) {
   zuerr::ScopedStatus status;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <type_traits>
 
+#include "commands/timestamp_output.h"
 #include "diagnostics/monotonic_stop_watch.h"
 #include "diagnostics/trace.h"
 #include "errors/console_exceptions.h"
@@ -60,6 +61,12 @@ TEST(Layout, ClassesKeepTheirShape) {
   EXPECT_EQ(sizeof(orskdbg_VarLine), sizeof(orskdbg_VarLineToBuffer));
   EXPECT_EQ(sizeof(void*) + sizeof(zuerr_Status), sizeof(zuerr::ExceptionBase));
   EXPECT_EQ(2U, slotOf(&zuerr::ExceptionBase::what));
+}
+
+TEST(Layout, ATimestampNeedsNoLabel) {
+  testing::internal::CaptureStdout();
+  printTimestamp({5, 1, 0, 1});
+  EXPECT_EQ("-5.0000000010\n", testing::internal::GetCapturedStdout());
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
+#include "output/standard_streams.h"
+
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
-
-#include "output/standard_streams.h"
 
 namespace {
 
