@@ -31,10 +31,10 @@ struct ArgumentOption {
   std::string_view argument;
   std::string_view option;
   OptionType type;
-  /// The unit, if the option's name does not contain it. For documents.
-  std::string_view unit;
   /// Printed by help after the option's name.
   std::string_view helpHint;
+  /// The unit, if the option's name does not contain it. For documents.
+  std::string_view unit = {};
 };
 
 /// Prints how long the command took.
@@ -121,42 +121,42 @@ inline constexpr std::string_view remoteHostsHint = R"(  (e.g. [\"192.0.2.1\",\"
 
 /// The options of each command and argument.
 inline constexpr auto argumentOptions = std::to_array<ArgumentOption>({
-    // command                argument                      option                  type                    unit        help hint
-    {"timestampCorrelator",   "create",                     "timescaleUri1",        OptionType::text,       "",         ""},
-    {"timestampCorrelator",   "create",                     "timescaleUri2",        OptionType::text,       "",         ""},
-    {"timestampCorrelator",   "create",                     "samplingInterval",     OptionType::uint32,     "ms",       ""},
-    {"timestampCorrelator",   "create",                     "historyLength",        OptionType::uint32,     "samples",  ""},
-    {"timestampCorrelator",   "delete",                     "timescaleUri1",        OptionType::text,       "",         ""},
-    {"timestampCorrelator",   "delete",                     "timescaleUri2",        OptionType::text,       "",         ""},
-    {"timestampCorrelator",   "correlate",                  "srcTimescaleUri",      OptionType::text,       "",         ""},
-    {"timestampCorrelator",   "correlate",                  "dstTimescaleUri",      OptionType::text,       "",         ""},
-    {"timestampCorrelator",   "correlate",                  "s",                    OptionType::uint64,     "",         ""},
-    {"timestampCorrelator",   "correlate",                  "ns",                   OptionType::uint32,     "",         ""},
-    {"timestampCorrelator",   "correlate",                  "fns",                  OptionType::uint32,     "fraction", ""},
+    // command                argument                      option                  type                    help hint, unit
+    {"timestampCorrelator",   "create",                     "timescaleUri1",        OptionType::text,       ""},
+    {"timestampCorrelator",   "create",                     "timescaleUri2",        OptionType::text,       ""},
+    {"timestampCorrelator",   "create",                     "samplingInterval",     OptionType::uint32,     "", "ms"},
+    {"timestampCorrelator",   "create",                     "historyLength",        OptionType::uint32,     "", "samples"},
+    {"timestampCorrelator",   "delete",                     "timescaleUri1",        OptionType::text,       ""},
+    {"timestampCorrelator",   "delete",                     "timescaleUri2",        OptionType::text,       ""},
+    {"timestampCorrelator",   "correlate",                  "srcTimescaleUri",      OptionType::text,       ""},
+    {"timestampCorrelator",   "correlate",                  "dstTimescaleUri",      OptionType::text,       ""},
+    {"timestampCorrelator",   "correlate",                  "s",                    OptionType::uint64,     ""},
+    {"timestampCorrelator",   "correlate",                  "ns",                   OptionType::uint32,     ""},
+    {"timestampCorrelator",   "correlate",                  "fns",                  OptionType::uint32,     "", "fraction"},
 
-    {"syncDomain",            "create",                     "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "create",                     "timescaleUri",         OptionType::text,       "",         ""},
-    {"syncDomain",            "create",                     "maxOffset_ns",         OptionType::uint32,     "",         ""},
-    {"syncDomain",            "create",                     "minSyncDuration_ms",   OptionType::uint32,     "",         ""},
-    {"syncDomain",            "createAndAddDevices",        "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "createAndAddDevices",        "timescaleUri",         OptionType::text,       "",         nullTimescaleHint},
-    {"syncDomain",            "createAndAddDevices",        "remoteHosts",          OptionType::text,       "",         remoteHostsHint},
-    {"syncDomain",            "createAndAddDevices",        "maxOffset_ns",         OptionType::uint32,     "",         ""},
-    {"syncDomain",            "createAndAddDevices",        "minSyncDuration_ms",   OptionType::uint32,     "",         ""},
-    {"syncDomain",            "delete",                     "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "start",                      "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "start",                      "timeout_s",            OptionType::uint32,     "",         ""},
-    {"syncDomain",            "startV2",                    "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "startV2",                    "saveInitialCoherency", OptionType::truthValue, "",         ""},
-    {"syncDomain",            "startV2",                    "waitToBecomeCoherent", OptionType::truthValue, "",         ""},
-    {"syncDomain",            "startV2",                    "timeout_s",            OptionType::uint32,     "",         ""},
-    {"syncDomain",            "stop",                       "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "addSyncableDevice",          "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "addSyncableDevice",          "syncableDeviceUri",    OptionType::text,       "",         ""},
-    {"syncDomain",            "isCoherent",                 "uri",                  OptionType::text,       "",         ""},
-    {"syncDomain",            "isCoherentSinceLastChecked", "uri",                  OptionType::text,       "",         ""},
+    {"syncDomain",            "create",                     "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "create",                     "timescaleUri",         OptionType::text,       ""},
+    {"syncDomain",            "create",                     "maxOffset_ns",         OptionType::uint32,     ""},
+    {"syncDomain",            "create",                     "minSyncDuration_ms",   OptionType::uint32,     ""},
+    {"syncDomain",            "createAndAddDevices",        "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "createAndAddDevices",        "timescaleUri",         OptionType::text,       nullTimescaleHint},
+    {"syncDomain",            "createAndAddDevices",        "remoteHosts",          OptionType::text,       remoteHostsHint},
+    {"syncDomain",            "createAndAddDevices",        "maxOffset_ns",         OptionType::uint32,     ""},
+    {"syncDomain",            "createAndAddDevices",        "minSyncDuration_ms",   OptionType::uint32,     ""},
+    {"syncDomain",            "delete",                     "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "start",                      "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "start",                      "timeout_s",            OptionType::uint32,     ""},
+    {"syncDomain",            "startV2",                    "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "startV2",                    "saveInitialCoherency", OptionType::truthValue, ""},
+    {"syncDomain",            "startV2",                    "waitToBecomeCoherent", OptionType::truthValue, ""},
+    {"syncDomain",            "startV2",                    "timeout_s",            OptionType::uint32,     ""},
+    {"syncDomain",            "stop",                       "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "addSyncableDevice",          "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "addSyncableDevice",          "syncableDeviceUri",    OptionType::text,       ""},
+    {"syncDomain",            "isCoherent",                 "uri",                  OptionType::text,       ""},
+    {"syncDomain",            "isCoherentSinceLastChecked", "uri",                  OptionType::text,       ""},
 
-    {"timescale",             "getTime",                    "timescaleUri",         OptionType::text,       "",         ""},
+    {"timescale",             "getTime",                    "timescaleUri",         OptionType::text,       ""},
 });
 
 // clang-format on
