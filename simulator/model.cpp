@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "simulator/errors.h"
+#include "simulator/reports.h"
 
 namespace simulator {
 
@@ -39,39 +39,23 @@ bool isValid(const State& state) {
 }
 
 void requireHost(const State& state, const std::string& host) {
-  if (!state.hosts.contains(host)) throw Error(hostNotLoaded, host);
+  if (!state.hosts.contains(host)) throw Report(hostNotLoaded, host);
 }
 
 void requireTimescale(const State& state, const std::string& uri) {
   if (uri != localTimescaleUri && !state.hosts.contains(hostInUri(timescalePrefix, uri)))
-    throw Error(timescaleUnknown, uri);
+    throw Report(timescaleUnknown, uri);
 }
 
 void requireFreeDevice(const State& state, const std::string& uri) {
-  if (!state.hosts.contains(hostInUri(devicePrefix, uri))) throw Error(deviceUnknown, uri);
-  if (domainOfDevice(state, uri) != nullptr) throw Error(deviceInUse, uri);
+  if (!state.hosts.contains(hostInUri(devicePrefix, uri))) throw Report(deviceUnknown, uri);
+  if (domainOfDevice(state, uri) != nullptr) throw Report(deviceInUse, uri);
 }
 
 Domain& requireDomain(State& state, const std::string& uri) {
   const auto found = state.domains.find(uri);
-  if (found == state.domains.end()) throw Error(domainUnknown, uri);
+  if (found == state.domains.end()) throw Report(domainUnknown, uri);
   return found->second;
-}
-
-const Correlator* findCorrelator(const State& state, const std::string& uri1,
-                                 const std::string& uri2) {
-  for (const Correlator& known : state.correlators) {
-    const auto uris = std::minmax(known.timescaleUri1, known.timescaleUri2);
-    if (uris == std::minmax(uri1, uri2)) return &known;
-  }
-  return nullptr;
-}
-
-const Correlator& requireCorrelator(const State& state, const std::string& uri1,
-                                    const std::string& uri2) {
-  const Correlator* const found = findCorrelator(state, uri1, uri2);
-  if (found == nullptr) throw Error(correlatorUnknown, uri1 + ", " + uri2);
-  return *found;
 }
 
 bool isInUse(const State& state, const std::string& host) {
@@ -115,12 +99,12 @@ Timestamp shifted(const Timestamp& time, std::int64_t ns) {
   constexpr Ticks ticksPerSecond = ticksPerNs * nsPerSecond;
 
   if (time.nanoseconds >= nsPerSecond)
-    throw Error(timeOutOfRange, std::to_string(time.nanoseconds) + " ns");
+    throw Report(timeOutOfRange, std::to_string(time.nanoseconds) + " ns");
   const Ticks given = time.seconds * ticksPerSecond + time.nanoseconds * ticksPerNs + time.fraction;
   const Ticks moved = (time.negative != 0 ? -given : given) + ns * ticksPerNs;
   const Ticks magnitude = moved < 0 ? -moved : moved;
   if (magnitude / ticksPerSecond > UINT64_MAX)
-    throw Error(timeOutOfRange, std::to_string(time.seconds) + " s");
+    throw Report(timeOutOfRange, std::to_string(time.seconds) + " s");
   return {static_cast<std::uint64_t>(magnitude / ticksPerSecond),
           static_cast<std::uint32_t>(magnitude % ticksPerSecond / ticksPerNs),
           static_cast<std::uint32_t>(magnitude % ticksPerNs),

@@ -1,7 +1,7 @@
 #pragma once
 
 /// The simulated service's objects and clocks, and their rules. A violated rule is thrown as an
-/// `Error`.
+/// `Report`.
 ///
 /// A moment is a number of nanoseconds since 1970, from 0 to `latestNs`. The members of the
 /// structures have the names that the state file and the lists use.
@@ -26,7 +26,7 @@ inline constexpr std::int64_t latestNs = 9'000'000'000'000'000'000;
 /// The start of simulated time: 2026-01-01 00:00:00 UTC.
 inline constexpr std::int64_t simulatedTimeStartNs = 1'767'225'600 * nsPerSecond;
 
-/// Returns the moment `ns` later, or earlier if that is negative; at the limits of time, the limit.
+/// Returns `momentNs + ns`, at least 1 and at most `latestNs`.
 constexpr std::int64_t addClamped(std::int64_t momentNs, std::int64_t ns) {
   return ns > latestNs - momentNs ? latestNs : std::max(momentNs + ns, std::int64_t{1});
 }
@@ -90,11 +90,12 @@ void requireTimescale(const State& state, const std::string& uri);
 /// Requires that the device exists and is in no sync domain.
 void requireFreeDevice(const State& state, const std::string& uri);
 Domain& requireDomain(State& state, const std::string& uri);
-/// Returns the correlator of two timescales, in either order, or null.
-const Correlator* findCorrelator(const State& state, const std::string& uri1,
-                                 const std::string& uri2);
-const Correlator& requireCorrelator(const State& state, const std::string& uri1,
-                                    const std::string& uri2);
+/// Returns a test for the correlator of two timescales, in either order.
+inline auto relates(const std::string& uri1, const std::string& uri2) {
+  return [=](const Correlator& known) {
+    return std::minmax(known.timescaleUri1, known.timescaleUri2) == std::minmax(uri1, uri2);
+  };
+}
 
 /// Returns whether a sync domain or a correlator uses the host.
 bool isInUse(const State& state, const std::string& host);

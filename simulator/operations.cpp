@@ -19,7 +19,7 @@ Domain& createDomain(State& state, const Document& document, const std::string& 
       timescaleUri, {}, document.number("maxOffset_ns"), document.number("minSyncDuration_ms")};
   requireTimescale(state, timescaleUri);
   const auto [created, isNew] = state.domains.emplace(uri, domain);
-  if (!isNew) throw Error(domainExists, uri);
+  if (!isNew) throw Report(domainExists, uri);
   return created->second;
 }
 
@@ -54,8 +54,7 @@ std::uint32_t orsksapi_getApiVersion() {
 void orsksapi_loadResources(Text name, Text json, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     const std::string host = hostIn(name, json);
-    if (!operation.state.hosts.insert(host).second)
-      operation.warning.emplace(hostAlreadyLoaded, host);
+    if (!operation.state.hosts.insert(host).second) throw Report(hostAlreadyLoaded, host);
   });
 }
 
@@ -63,13 +62,13 @@ void orsksapi_unloadResources(Text name, Text json, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     const std::string host = hostIn(name, json);
     requireHost(operation.state, host);
-    if (isInUse(operation.state, host)) throw Error(hostInUse, host);
+    if (isInUse(operation.state, host)) throw Report(hostInUse, host);
     operation.state.hosts.erase(host);
   });
 }
 
 void orsksapi_timescale_getTime(Text timescaleUri, Timestamp* time, Status status) {
-  *time = performFor<Timestamp>(__func__, status, [&](Operation& operation) {
+  *time = perform(__func__, status, [&](Operation& operation) {
     requireTimescale(operation.state, timescaleUri);
     return shifted({}, operation.nowNs + offsetNs(operation.state, timescaleUri, operation.nowNs));
   });
@@ -91,8 +90,9 @@ void orsksapi_timestampCorrelator_create(Text name, Text json, Status status) {
     State& state = operation.state;
     requireTimescale(state, uri1);
     requireTimescale(state, uri2);
-    if (uri1 == uri2) throw Error(sameTimescale, uri1);
-    if (findCorrelator(state, uri1, uri2)) throw Error(correlatorExists, uri1 + ", " + uri2);
+    if (uri1 == uri2) throw Report(sameTimescale, uri1);
+    if (std::ranges::any_of(state.correlators, relates(uri1, uri2)))
+      throw Report(correlatorExists, uri1 + ", " + uri2);
     state.correlators.push_back(
         {uri1, uri2, document.number("samplingIntervalMs"), document.number("maxSampleSize")});
   });
@@ -100,16 +100,18 @@ void orsksapi_timestampCorrelator_create(Text name, Text json, Status status) {
 
 void orsksapi_timestampCorrelator_delete(Text uri1, Text uri2, Status status) {
   perform(__func__, status, [&](Operation& operation) {
-    const Correlator deleted = requireCorrelator(operation.state, uri1, uri2);
-    std::erase(operation.state.correlators, deleted);
+    if (std::erase_if(operation.state.correlators, relates(uri1, uri2)) == 0)
+      throw Report(correlatorUnknown, std::string(uri1) + ", " + uri2);
   });
 }
 
 void orsksapi_timestampCorrelator_correlate(Text srcTimescaleUri, Text dstTimescaleUri,
                                             const Timestamp* srcTime, Timestamp* dstTime,
                                             Status status) {
-  *dstTime = performFor<Timestamp>(__func__, status, [&](Operation& operation) {
-    requireCorrelator(operation.state, srcTimescaleUri, dstTimescaleUri);
+  *dstTime = perform(__func__, status, [&](Operation& operation) {
+    if (std::ranges::none_of(operation.state.correlators,
+                             relates(srcTimescaleUri, dstTimescaleUri)))
+      throw Report(correlatorUnknown, std::string(srcTimescaleUri) + ", " + dstTimescaleUri);
     return shifted(*srcTime, offsetNs(operation.state, dstTimescaleUri, operation.nowNs) -
                                  offsetNs(operation.state, srcTimescaleUri, operation.nowNs));
   });
@@ -123,7 +125,7 @@ void orsksapi_syncDomain_create(Text name, Text json, Status status) {
 }
 
 bool orsksapi_syncDomain_start(Text uri, std::uint32_t, Status status) {
-  return performFor<bool>(__func__, status, [&](Operation& operation) {
+  return perform(__func__, status, [&](Operation& operation) {
     return start(requireDomain(operation.state, uri), false, operation.nowNs);
   });
 }
@@ -132,29 +134,27 @@ void orsksapi_syncDomain_startV2(Text uri, bool saveInitialCoherency, bool waitT
                                  std::uint32_t timeout, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     Domain& domain = requireDomain(operation.state, uri);
-    const Domain before = domain;
     start(domain, saveInitialCoherency, operation.nowNs);
     if (!waitToBecomeCoherent) return;
     const std::int64_t maxNs = std::min(timeout * nsPerSecond, latestNs - operation.nowNs);
     const std::int64_t neededNs = domain.coherentFromNs() - operation.nowNs;
     operation.waitFor = uri;
     operation.waitNs = std::clamp(neededNs, std::int64_t{0}, maxNs);
-    operation.timesOut = neededNs > maxNs;
-    if (operation.timesOut) domain = before;
+    if (neededNs > maxNs) throw Report(timedOut, uri);
   });
 }
 
 void orsksapi_syncDomain_stop(Text uri, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     Domain& domain = requireDomain(operation.state, uri);
-    if (!domain.isRunning()) operation.warning.emplace(domainNotRunning, uri);
+    if (!domain.isRunning()) throw Report(domainNotRunning, uri);
     domain.runningSince_ns = 0;
   });
 }
 
 void orsksapi_syncDomain_delete(Text uri, Status status) {
   perform(__func__, status, [&](Operation& operation) {
-    if (requireDomain(operation.state, uri).isRunning()) throw Error(domainRunning, uri);
+    if (requireDomain(operation.state, uri).isRunning()) throw Report(domainRunning, uri);
     operation.state.domains.erase(uri);
   });
 }
@@ -168,13 +168,13 @@ void orsksapi_syncDomain_addSyncableDevice(Text uri, Text deviceUri, Status stat
 }
 
 bool orsksapi_syncDomain_isCoherent(Text uri, Status status) {
-  return performFor<bool>(__func__, status, [&](Operation& operation) {
+  return perform(__func__, status, [&](Operation& operation) {
     return requireDomain(operation.state, uri).isCoherentAt(operation.nowNs);
   });
 }
 
 bool orsksapi_syncDomain_isCoherentSinceLastChecked(Text uri, Status status) {
-  return performFor<bool>(__func__, status, [&](Operation& operation) {
+  return perform(__func__, status, [&](Operation& operation) {
     Domain& domain = requireDomain(operation.state, uri);
     const std::int64_t since = std::exchange(domain.checkedSince_ns, operation.nowNs);
     // A system clock may have been set back.

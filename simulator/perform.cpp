@@ -32,75 +32,76 @@ std::int64_t switchTime(State& state, bool simulated) {
 }
 
 /// Counts this call. Throws the requested error if it is the one that fails.
-void throwInjectedFault(const InjectedFault& fault, const std::string& name, State& state) {
-  if (fault.operation != name) return;
-  if (fault.call != 0 && ++state.calls[name] != fault.call) return;
-  throw Error({fault.code, "orsksapisimerr_onDemand", "The requested failure."}, name);
+void throwInjectedFault(const Settings& settings, const std::string& name, State& state) {
+  if (settings.failing != name) return;
+  if (settings.call != 0 && ++state.calls[name] != settings.call) return;
+  throw Report({settings.code, "orsksapisimerr_onDemand", "The requested failure."}, name);
 }
 
 /// Performs `work` under the state's lock. In simulated time this includes the duration of the
 /// operation and of its wait.
-Operation performLocked(const Settings& settings, const char* name, const WorkFunction& work) {
+void performLocked(const Settings& settings, const char* name, const WorkFunction& work,
+                   Operation& operation) {
   const Umask umask;
+  if (settings.createsFolders) createFolders(settings.statePath);
   const auto lock = lockState(settings.statePath);
   const State before = readState(settings.statePath);
   State stateOnError = before;
-  Operation operation;
   operation.nowNs = switchTime(stateOnError, settings.stepNs.has_value());
   const auto keep = [&](State& state) {
     if (settings.stepNs) {
       state.clock_ns = addClamped(operation.nowNs, operation.waitNs);
       state.clock_ns = addClamped(state.clock_ns, *settings.stepNs + settings.delayNs);
     }
-    if (state != before) writeState(settings.statePath, state);
+    if (state == before) return;
+    // Nothing is waited for if this fails.
+    const std::int64_t waitNs = std::exchange(operation.waitNs, 0);
+    writeState(settings.statePath, state);
+    operation.waitNs = waitNs;
   };
   try {
-    throwInjectedFault(settings.fault, name, stateOnError);
+    throwInjectedFault(settings, name, stateOnError);
     operation.state = stateOnError;
     work(operation);
-  } catch (const Error&) {
+  } catch (const Report&) {
     keep(stateOnError);
     throw;
   }
   keep(operation.state);
-  return operation;
 }
 
-/// Waits without the lock. Throws unless the domain is then coherent, at the later of the present
-/// and the end of the wait: a system clock may be set back. In simulated time it is always
-/// coherent.
-void waitAndCheck(const Operation& operation, const Settings& settings) {
-  if (!settings.stepNs) std::this_thread::sleep_for(std::chrono::nanoseconds(operation.waitNs));
-  if (operation.timesOut) throw Error(timedOut, operation.waitFor);
-  if (settings.stepNs) return;
-  State state = readState(settings.statePath);
+/// Waits in system time, without the lock. Throws unless the domain is then coherent, at the later
+/// of the present and the end of the wait: a system clock may be set back.
+void waitAndCheck(Operation& operation, const std::string& path) {
   const std::int64_t endNs = addClamped(operation.nowNs, operation.waitNs);
+  std::this_thread::sleep_for(std::chrono::nanoseconds(std::exchange(operation.waitNs, 0)));
+  State state = readState(path);
   const std::int64_t momentNs = std::max(switchTime(state, false), endNs);
   const auto found = state.domains.find(operation.waitFor);
   const bool coherent = found != state.domains.end() && found->second.isCoherentAt(momentNs);
-  if (!coherent) throw Error(domainStopped, operation.waitFor);
+  if (!coherent) throw Report(domainStopped, operation.waitFor);
 }
 
 }  // namespace
 
-bool performFunction(const char* function, zuerr_Status* status,
+void performFunction(const char* function, zuerr_Status* status,
                      const WorkFunction& work) noexcept {
   const char* const name = function + std::strlen("orsksapi_");
-  bool done = false;
   Settings settings;
+  Operation operation;
   try {
     readSettings(settings);
-    const Operation operation = performLocked(settings, name, work);
-    if (!operation.waitFor.empty()) waitAndCheck(operation, settings);
-    if (operation.warning) report(status, *operation.warning);
-    done = true;
-  } catch (const Error& error) {
-    report(status, error);
+    performLocked(settings, name, work, operation);
+    // After the wait in simulated time the domain is always coherent.
+    if (!operation.waitFor.empty() && !settings.stepNs) waitAndCheck(operation, settings.statePath);
+  } catch (const Report& report) {
+    write(report, status);
   } catch (const std::exception& failure) {
-    report(status, Error(internalError, failure.what()));
+    write(Report(internalError, failure.what()), status);
   }
-  if (!settings.stepNs) std::this_thread::sleep_for(std::chrono::nanoseconds(settings.delayNs));
-  return done;
+  // A wait that times out is not over yet.
+  if (!settings.stepNs)
+    std::this_thread::sleep_for(std::chrono::nanoseconds(settings.delayNs + operation.waitNs));
 }
 
 }  // namespace simulator

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "simulator/documents.h"
+#include "simulator/strict_json.h"
 
 namespace simulator {
 
@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t longestText = std::size_t{64} << 20;
 
 [[noreturn]] void failWith(const std::string& path, int failure = errno) {
-  throw Error(stateUnusable, path + ": " + std::strerror(failure));
+  throw Report(stateUnusable, path + ": " + std::strerror(failure));
 }
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
@@ -32,7 +32,7 @@ File openOwn(const std::string& path, int flags) {
   const int failure = !file || fstat(number, &status) != 0 ? errno : 0;
   if (failure == ELOOP) lstat(path.c_str(), &status);
   const auto require = [&](bool holds, const char* otherwise) {
-    if (!holds) throw Error(stateUnusable, path + ": " + otherwise);
+    if (!holds) throw Report(stateUnusable, path + ": " + otherwise);
   };
   require(!S_ISLNK(status.st_mode), "is a symbolic link");
   if (failure != 0) failWith(path, failure);
@@ -44,29 +44,32 @@ File openOwn(const std::string& path, int flags) {
 
 /// Returns the state in a file's text: each value of its type and in its range, each member once,
 /// and nothing else. Throws `damaged` for any other text.
-State stateOf(const std::string& text, const Error& damaged) {
+State stateOf(const std::string& text, const Report& damaged) {
   using nlohmann::json;
-  if (text.size() > longestText || text.find('\0') != std::string::npos) throw Error(damaged);
+  if (text.size() > longestText || text.find('\0') != std::string::npos) throw Report(damaged);
   try {
     json whole = parseStrictly(text, damaged);
     whole.emplace("clock_ns", 0);  // Version 1.0.0 had none.
     std::ranges::sort(whole.at("hosts").get_ref<json::array_t&>());
     State state = whole.get<State>();
     // The texts differ if a value was converted, dropped or repeated.
-    if (!isValid(state) || json(state).dump() != whole.dump()) throw Error(damaged);
+    if (!isValid(state) || json(state).dump() != whole.dump()) throw Report(damaged);
     return state;
   } catch (const json::exception&) {
-    throw Error(damaged);  // Not JSON, or a value of another type.
+    throw Report(damaged);  // Not JSON, or a value of another type.
   }
 }
 
 }  // namespace
 
-std::unique_ptr<std::FILE, int (*)(std::FILE*)> lockState(const std::string& path) {
+void createFolders(const std::string& path) {
   for (auto end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
     const std::string folder = path.substr(0, end);
     if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) failWith(folder);
   }
+}
+
+std::unique_ptr<std::FILE, int (*)(std::FILE*)> lockState(const std::string& path) {
   File lock = openOwn(path + ".lock", O_RDWR | O_CREAT);
   while (flock(fileno(lock.get()), LOCK_EX) != 0) {
     if (errno != EINTR) failWith(path + ".lock");
@@ -82,7 +85,7 @@ State readState(const std::string& path) {
   std::string text(std::min(static_cast<std::size_t>(status.st_size), longestText + 1), '\0');
   text.resize(std::fread(text.data(), 1, text.size(), file.get()));
   if (std::ferror(file.get()) != 0) failWith(path);
-  return stateOf(text, Error(stateDamaged, path));
+  return stateOf(text, Report(stateDamaged, path));
 }
 
 void writeState(const std::string& path, const State& state) {

@@ -1,7 +1,7 @@
 #pragma once
 
 /// The state file. State, its lock and its temporary file lie side by side and are regular files of
-/// the effective user. Each function throws an `Error` for any failure.
+/// the effective user. Each function throws a `Report` for any failure.
 
 #include <sys/stat.h>
 
@@ -20,8 +20,11 @@ struct Umask {
   const mode_t before = umask(0077);
 };
 
-/// Waits until no other process has the lock. Creates a missing lock and its folders. The lock ends
-/// with the result; its file is never deleted.
+/// Creates the missing folders of a file.
+void createFolders(const std::string& path);
+
+/// Waits until no other process has the lock. Creates a missing lock. The lock ends with the
+/// result; its file is never deleted.
 std::unique_ptr<std::FILE, int (*)(std::FILE*)> lockState(const std::string& path);
 
 /// Returns an empty state if there is no file. Does not change a damaged file. Needs no lock, since

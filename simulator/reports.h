@@ -9,14 +9,14 @@
 
 namespace simulator {
 
-struct Condition {
+struct ReportKind {
   std::int32_t code;
   const char* constant;
   const char* message;
 };
 
 // clang-format off
-inline constexpr Condition
+inline constexpr ReportKind
     wrongDocumentType {-61001, "orsksapisimerr_wrongDocumentType",   "The document has the wrong type."},
     documentNotJson   {-61002, "orsksapisimerr_documentNotJson",     "The document is not a JSON object."},
     memberMissing     {-61003, "orsksapisimerr_memberMissing",       "A member of the document is missing."},
@@ -45,26 +45,26 @@ inline constexpr Condition
     domainNotRunning  { 61002, "orsksapisimwarn_domainNotRunning",   "The sync domain is not running."};
 // clang-format on
 
-/// An error, with the offending value and the place that found it: clang 14 has no
-/// std::source_location. Thrown where it ends the operation. With a positive code it is a warning.
-struct Error {
-  Error(const Condition& what, std::string value, const char* inFile = __builtin_FILE(),
-        int atLine = __builtin_LINE())
-      : condition(what), offendingValue(std::move(value)), file(inFile), line(atLine) {}
+/// An error, or with a positive code a warning, with the offending value and the place that found
+/// it: clang 14 has no std::source_location. Thrown, which ends the operation.
+struct Report {
+  Report(const ReportKind& itsKind, std::string value, const char* inFile = __builtin_FILE(),
+         int atLine = __builtin_LINE())
+      : kind(itsKind), offendingValue(std::move(value)), file(inFile), line(atLine) {}
 
-  Condition condition;
+  ReportKind kind;
   std::string offendingValue;
   const char* file;
   int line;
 };
 
-/// Writes an error into the caller's status record. Allocates nothing but the record's text.
-inline void report(zuerr_Status* status, const Error& error) noexcept {
-  const zuerr_Site site{error.file, error.line, "orsksapi-simulator", error.condition.constant};
-  if (!zuerr_setCodeAt(status, error.condition.code, &site, nullptr)) return;
+/// Writes a report into the caller's status record. Allocates nothing but the record's text.
+inline void write(const Report& report, zuerr_Status* status) noexcept {
+  const zuerr_Site site{report.file, report.line, "orsksapi-simulator", report.kind.constant};
+  if (!zuerr_setCodeAt(status, report.kind.code, &site, nullptr)) return;
   char* position = zuerr_findClosingBrace(status);
-  position = zuerr_addString(status, position, "message", error.condition.message);
-  zuerr_addString(status, position, "value", error.offendingValue.c_str());
+  position = zuerr_addString(status, position, "message", report.kind.message);
+  zuerr_addString(status, position, "value", report.offendingValue.c_str());
 }
 
 }  // namespace simulator
