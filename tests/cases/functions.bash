@@ -72,20 +72,29 @@ every_command() {
   done <<<"$lines" | sort | uniq -c | sed "s/^ *$(wc -l <<<"$lines") /all: /"
 }
 
-# foreign_library: sets what LD_PRELOAD and LD_AUDIT may name, the recording library. A process cannot have the address
-# sanitizer twice, as an auditor would.
+# foreign_library: sets what LD_PRELOAD and LD_AUDIT may name, the recording library. Neither can name a path with a
+# blank. A process cannot have the address sanitizer twice, as an auditor would.
 foreign_library() {
-  preloaded=$LD_LIBRARY_PATH/liborsksapi.so.1 audited=
+  cp "$LD_LIBRARY_PATH/liborsksapi.so.1" foreign.so
+  preloaded=./foreign.so audited=
   ldd "$preloaded" | grep -q asan || audited=$preloaded
   export ASAN_OPTIONS=verify_asan_link_order=0
 }
 
 # install_rehearsal PREFIX: copies the programs and the simulator to where an installation has them, first in PATH.
 install_rehearsal() {
-  mkdir -p "$1/bin" "$1/lib/orskapp/simulator"
+  mkdir -p "$1/bin" "$1/lib/orskapp/simulator/bin"
   cp "$BUILD"/bin/orskapp* "$1/bin"
   cp "$BUILD/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
+  ln -s ../../../../bin/orskapp-simulated "$1/lib/orskapp/simulator/bin/orskapp"
   PATH=$SCRATCH/$1/bin:$PATH
+}
+# wait_for FILE: waits until the file exists, at most 10 s.
+wait_for() { for try in {1..500}; do [[ ! -e $1 ]] || return 0; sleep 0.02; done; echo "no $1"; }
+# left_over: prints the folders of rehearsals that are still there after 5 s.
+left_over() {
+  for try in {1..100}; do compgen -G "$TMPDIR/orskapp-*" >/dev/null || return 0; sleep 0.05; done
+  compgen -G "$TMPDIR/orskapp-*"
 }
 
 # passed: prints the arguments of the call in the file log.
