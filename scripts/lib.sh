@@ -48,8 +48,8 @@ path() { (cd "$started_in" && realpath -- "$1"); }
 
 # What the program and the simulator are built with.
 build_packages=(g++ cmake ninja-build libboost-dev nlohmann-json3-dev)
-# What the tests need too: the shells are for completions, gnuplot and jq are for examples.
-test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox jq)
+# What the tests need too: the shells are for completions; gnuplot, jq and locales are for examples.
+test_packages=(libgtest-dev binutils mandoc zsh fish bash-completion gnuplot-nox jq locales)
 # What only contributors and CI need.
 check_packages=(clang clang-format clang-tidy libclang-rt-dev cppcheck shellcheck valgrind lintian dpkg-dev git)
 
