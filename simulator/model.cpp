@@ -28,33 +28,31 @@ bool isValid(const State& state) {
   bool valid = state.clock_ns == 0 || state.clock_ns >= simulatedTimeStartNs;
   valid &= isMoment(state.clock_ns) && !state.hosts.contains("") && !state.domains.contains("") &&
            !state.calls.contains("");
-  for (const auto& [uri, domain] : state.domains) {
+  for (const auto& [uri, domain] : state.domains)
     valid &= isMoment(domain.runningSince_ns) && isMoment(domain.checkedSince_ns) &&
              !domain.timescaleUri.empty() && std::ranges::count(domain.deviceUris, "") == 0;
-  }
-  for (const Correlator& known : state.correlators) {
+  for (const Correlator& known : state.correlators)
     valid &= !known.timescaleUri1.empty() && !known.timescaleUri2.empty();
-  }
   return valid;
 }
 
 void requireHost(const State& state, const std::string& host) {
-  if (!state.hosts.contains(host)) throw Report(hostNotLoaded, host);
+  if (!state.hosts.contains(host)) throw Report{hostNotLoaded, host};
 }
 
 void requireTimescale(const State& state, const std::string& uri) {
   if (uri != localTimescaleUri && !state.hosts.contains(hostInUri(timescalePrefix, uri)))
-    throw Report(timescaleUnknown, uri);
+    throw Report{timescaleUnknown, uri};
 }
 
 void requireFreeDevice(const State& state, const std::string& uri) {
-  if (!state.hosts.contains(hostInUri(devicePrefix, uri))) throw Report(deviceUnknown, uri);
-  if (domainOfDevice(state, uri) != nullptr) throw Report(deviceInUse, uri);
+  if (!state.hosts.contains(hostInUri(devicePrefix, uri))) throw Report{deviceUnknown, uri};
+  if (domainOfDevice(state, uri) != nullptr) throw Report{deviceInUse, uri};
 }
 
 Domain& requireDomain(State& state, const std::string& uri) {
   const auto found = state.domains.find(uri);
-  if (found == state.domains.end()) throw Report(domainUnknown, uri);
+  if (found == state.domains.end()) throw Report{domainUnknown, uri};
   return found->second;
 }
 
@@ -62,16 +60,14 @@ bool isInUse(const State& state, const std::string& host) {
   const std::string uri = timescalePrefix + host;
   bool used = domainOfDevice(state, devicePrefix + host) != nullptr;
   for (const auto& [domainUri, domain] : state.domains) used |= domain.timescaleUri == uri;
-  for (const Correlator& known : state.correlators) {
+  for (const Correlator& known : state.correlators)
     used |= known.timescaleUri1 == uri || known.timescaleUri2 == uri;
-  }
   return used;
 }
 
 const Domain* domainOfDevice(const State& state, const std::string& uri) {
-  for (const auto& [domainUri, domain] : state.domains) {
-    if (std::count(domain.deviceUris.begin(), domain.deviceUris.end(), uri) > 0) return &domain;
-  }
+  for (const auto& [domainUri, domain] : state.domains)
+    if (std::ranges::count(domain.deviceUris, uri) > 0) return &domain;
   return nullptr;
 }
 
@@ -99,12 +95,12 @@ Timestamp shifted(const Timestamp& time, std::int64_t ns) {
   constexpr Ticks ticksPerSecond = ticksPerNs * nsPerSecond;
 
   if (time.nanoseconds >= nsPerSecond)
-    throw Report(timeOutOfRange, std::to_string(time.nanoseconds) + " ns");
+    throw Report{timeOutOfRange, std::to_string(time.nanoseconds) + " ns"};
   const Ticks given = time.seconds * ticksPerSecond + time.nanoseconds * ticksPerNs + time.fraction;
   const Ticks moved = (time.negative != 0 ? -given : given) + ns * ticksPerNs;
   const Ticks magnitude = moved < 0 ? -moved : moved;
   if (magnitude / ticksPerSecond > UINT64_MAX)
-    throw Report(timeOutOfRange, std::to_string(time.seconds) + " s");
+    throw Report{timeOutOfRange, std::to_string(time.seconds) + " s"};
   return {static_cast<std::uint64_t>(magnitude / ticksPerSecond),
           static_cast<std::uint32_t>(magnitude % ticksPerSecond / ticksPerNs),
           static_cast<std::uint32_t>(magnitude % ticksPerNs),

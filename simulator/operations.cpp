@@ -19,7 +19,7 @@ Domain& createDomain(State& state, const Document& document, const std::string& 
       timescaleUri, {}, document.number("maxOffset_ns"), document.number("minSyncDuration_ms")};
   requireTimescale(state, timescaleUri);
   const auto [created, isNew] = state.domains.emplace(uri, domain);
-  if (!isNew) throw Report(domainExists, uri);
+  if (!isNew) throw Report{domainExists, uri};
   return created->second;
 }
 
@@ -54,7 +54,7 @@ std::uint32_t orsksapi_getApiVersion() {
 void orsksapi_loadResources(Text name, Text json, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     const std::string host = hostIn(name, json);
-    if (!operation.state.hosts.insert(host).second) throw Report(hostAlreadyLoaded, host);
+    if (!operation.state.hosts.insert(host).second) throw Report{hostAlreadyLoaded, host};
   });
 }
 
@@ -62,7 +62,7 @@ void orsksapi_unloadResources(Text name, Text json, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     const std::string host = hostIn(name, json);
     requireHost(operation.state, host);
-    if (isInUse(operation.state, host)) throw Report(hostInUse, host);
+    if (isInUse(operation.state, host)) throw Report{hostInUse, host};
     operation.state.hosts.erase(host);
   });
 }
@@ -90,9 +90,9 @@ void orsksapi_timestampCorrelator_create(Text name, Text json, Status status) {
     State& state = operation.state;
     requireTimescale(state, uri1);
     requireTimescale(state, uri2);
-    if (uri1 == uri2) throw Report(sameTimescale, uri1);
+    if (uri1 == uri2) throw Report{sameTimescale, uri1};
     if (std::ranges::any_of(state.correlators, relates(uri1, uri2)))
-      throw Report(correlatorExists, uri1 + ", " + uri2);
+      throw Report{correlatorExists, uri1 + ", " + uri2};
     state.correlators.push_back(
         {uri1, uri2, document.number("samplingIntervalMs"), document.number("maxSampleSize")});
   });
@@ -101,19 +101,18 @@ void orsksapi_timestampCorrelator_create(Text name, Text json, Status status) {
 void orsksapi_timestampCorrelator_delete(Text uri1, Text uri2, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     if (std::erase_if(operation.state.correlators, relates(uri1, uri2)) == 0)
-      throw Report(correlatorUnknown, std::string(uri1) + ", " + uri2);
+      throw Report{correlatorUnknown, std::string(uri1) + ", " + uri2};
   });
 }
 
-void orsksapi_timestampCorrelator_correlate(Text srcTimescaleUri, Text dstTimescaleUri,
-                                            const Timestamp* srcTime, Timestamp* dstTime,
-                                            Status status) {
-  *dstTime = perform(__func__, status, [&](Operation& operation) {
-    if (std::ranges::none_of(operation.state.correlators,
-                             relates(srcTimescaleUri, dstTimescaleUri)))
-      throw Report(correlatorUnknown, std::string(srcTimescaleUri) + ", " + dstTimescaleUri);
-    return shifted(*srcTime, offsetNs(operation.state, dstTimescaleUri, operation.nowNs) -
-                                 offsetNs(operation.state, srcTimescaleUri, operation.nowNs));
+void orsksapi_timestampCorrelator_correlate(Text source, Text destination, const Timestamp* time,
+                                            Timestamp* result, Status status) {
+  *result = perform(__func__, status, [&](Operation& operation) {
+    const State& state = operation.state;
+    if (std::ranges::none_of(state.correlators, relates(source, destination)))
+      throw Report{correlatorUnknown, std::string(source) + ", " + destination};
+    return shifted(*time, offsetNs(state, destination, operation.nowNs) -
+                              offsetNs(state, source, operation.nowNs));
   });
 }
 
@@ -140,21 +139,21 @@ void orsksapi_syncDomain_startV2(Text uri, bool saveInitialCoherency, bool waitT
     const std::int64_t neededNs = domain.coherentFromNs() - operation.nowNs;
     operation.waitFor = uri;
     operation.waitNs = std::clamp(neededNs, std::int64_t{0}, maxNs);
-    if (neededNs > maxNs) throw Report(timedOut, uri);
+    if (neededNs > maxNs) throw Report{timedOut, uri};
   });
 }
 
 void orsksapi_syncDomain_stop(Text uri, Status status) {
   perform(__func__, status, [&](Operation& operation) {
     Domain& domain = requireDomain(operation.state, uri);
-    if (!domain.isRunning()) throw Report(domainNotRunning, uri);
+    if (!domain.isRunning()) throw Report{domainNotRunning, uri};
     domain.runningSince_ns = 0;
   });
 }
 
 void orsksapi_syncDomain_delete(Text uri, Status status) {
   perform(__func__, status, [&](Operation& operation) {
-    if (requireDomain(operation.state, uri).isRunning()) throw Report(domainRunning, uri);
+    if (requireDomain(operation.state, uri).isRunning()) throw Report{domainRunning, uri};
     operation.state.domains.erase(uri);
   });
 }
@@ -186,7 +185,8 @@ void orsksapi_syncDomain_createAndAddDevices(Text name, Text json, char* buffer,
                                              Status status) {
   performText(__func__, buffer, size, status, [&](Operation& operation) {
     const Document document("syncDomainCreateAndAddRemoteDevicesParams", 5, name, json);
-    std::string timescaleUri = document.textOr(localTimescaleUri, "timescaleUri");
+    std::string timescaleUri = localTimescaleUri;
+    if (!document.isNull("timescaleUri")) timescaleUri = document.text("timescaleUri");
     Domain& domain = createDomain(operation.state, document, timescaleUri);
     for (const std::string& host : document.texts("remoteHosts")) {
       requireHost(operation.state, host);

@@ -22,20 +22,11 @@ std::int64_t switchTime(State& state, bool simulated) {
   const std::int64_t left = state.clock_ns != 0 ? state.clock_ns : systemTimeNs();
   if (simulated == (state.clock_ns != 0)) return left;
   const std::int64_t entered = simulated ? simulatedTimeStartNs : systemTimeNs();
-  for (auto& [uri, domain] : state.domains) {
-    for (std::int64_t* const moment : {&domain.runningSince_ns, &domain.checkedSince_ns}) {
+  for (auto& [uri, domain] : state.domains)
+    for (std::int64_t* const moment : {&domain.runningSince_ns, &domain.checkedSince_ns})
       if (*moment != 0) *moment = addClamped(*moment, entered - left);
-    }
-  }
   state.clock_ns = simulated ? entered : 0;
   return entered;
-}
-
-/// Counts this call. Throws the requested error if it is the one that fails.
-void throwInjectedFault(const Settings& settings, const std::string& name, State& state) {
-  if (settings.failing != name) return;
-  if (settings.call != 0 && ++state.calls[name] != settings.call) return;
-  throw Report({settings.code, "orsksapisimerr_onDemand", "The requested failure."}, name);
 }
 
 /// Performs `work` under the state's lock. In simulated time this includes the duration of the
@@ -53,14 +44,12 @@ void performLocked(const Settings& settings, const char* name, const WorkFunctio
       state.clock_ns = addClamped(operation.nowNs, operation.waitNs);
       state.clock_ns = addClamped(state.clock_ns, *settings.stepNs + settings.delayNs);
     }
-    if (state == before) return;
-    // Nothing is waited for if this fails.
-    const std::int64_t waitNs = std::exchange(operation.waitNs, 0);
-    writeState(settings.statePath, state);
-    operation.waitNs = waitNs;
+    if (state != before) writeState(settings.statePath, state);
   };
   try {
-    throwInjectedFault(settings, name, stateOnError);
+    const auto isCounted = [&] { return ++stateOnError.calls[name] == settings.call; };
+    if (settings.failing == name && (settings.call == 0 || isCounted()))
+      throw Report{{settings.code, "orsksapisimerr_onDemand", "The requested failure."}, name};
     operation.state = stateOnError;
     work(operation);
   } catch (const Report&) {
@@ -72,14 +61,14 @@ void performLocked(const Settings& settings, const char* name, const WorkFunctio
 
 /// Waits in system time, without the lock. Throws unless the domain is then coherent, at the later
 /// of the present and the end of the wait: a system clock may be set back.
-void waitAndCheck(Operation& operation, const std::string& path) {
+void waitAndCheck(const Operation& operation, const std::string& path) {
   const std::int64_t endNs = addClamped(operation.nowNs, operation.waitNs);
-  std::this_thread::sleep_for(std::chrono::nanoseconds(std::exchange(operation.waitNs, 0)));
+  std::this_thread::sleep_for(std::chrono::nanoseconds(operation.waitNs));
   State state = readState(path);
   const std::int64_t momentNs = std::max(switchTime(state, false), endNs);
   const auto found = state.domains.find(operation.waitFor);
   const bool coherent = found != state.domains.end() && found->second.isCoherentAt(momentNs);
-  if (!coherent) throw Report(domainStopped, operation.waitFor);
+  if (!coherent) throw Report{domainStopped, operation.waitFor};
 }
 
 }  // namespace
@@ -95,13 +84,12 @@ void performFunction(const char* function, zuerr_Status* status,
     // After the wait in simulated time the domain is always coherent.
     if (!operation.waitFor.empty() && !settings.stepNs) waitAndCheck(operation, settings.statePath);
   } catch (const Report& report) {
+    if (report.kind.code == timedOut.code) settings.delayNs += operation.waitNs;
     write(report, status);
   } catch (const std::exception& failure) {
-    write(Report(internalError, failure.what()), status);
+    write(Report{internalError, failure.what()}, status);
   }
-  // A wait that times out is not over yet.
-  if (!settings.stepNs)
-    std::this_thread::sleep_for(std::chrono::nanoseconds(settings.delayNs + operation.waitNs));
+  if (!settings.stepNs) std::this_thread::sleep_for(std::chrono::nanoseconds(settings.delayNs));
 }
 
 }  // namespace simulator

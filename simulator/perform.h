@@ -51,7 +51,7 @@ void performText(const char* function, char* buffer, std::size_t size, zuerr_Sta
                  const Work& work) noexcept {
   const auto text = perform(function, status, [&](Operation& operation) {
     std::string whole = work(operation);
-    if (whole.size() >= size) throw Report(bufferTooSmall, std::to_string(whole.size() + 1));
+    if (whole.size() >= size) throw Report{bufferTooSmall, std::to_string(whole.size() + 1)};
     return whole;
   });
   if (size > 0) std::memcpy(buffer, text.c_str(), text.size() + 1);

@@ -48,14 +48,10 @@ inline constexpr ReportKind
 /// An error, or with a positive code a warning, with the offending value and the place that found
 /// it: clang 14 has no std::source_location. Thrown, which ends the operation.
 struct Report {
-  Report(const ReportKind& itsKind, std::string value, const char* inFile = __builtin_FILE(),
-         int atLine = __builtin_LINE())
-      : kind(itsKind), offendingValue(std::move(value)), file(inFile), line(atLine) {}
-
   ReportKind kind;
   std::string offendingValue;
-  const char* file;
-  int line;
+  const char* file = __builtin_FILE();
+  int line = __builtin_LINE();
 };
 
 /// Writes a report into the caller's status record. Allocates nothing but the record's text.

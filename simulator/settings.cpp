@@ -24,8 +24,8 @@ std::optional<std::int64_t> readMilliseconds(const std::string& variable) {
   const char* const text = std::getenv(variable.c_str());
   if (text == nullptr) return {};
   std::uint32_t milliseconds = 0;
-  const bool valid = readNumber(text, text + std::strlen(text), milliseconds);
-  if (!valid) throw Report(badVariable, variable + '=' + text);
+  if (!readNumber(text, text + std::strlen(text), milliseconds))
+    throw Report{badVariable, variable + '=' + text};
   return milliseconds * nsPerMs;
 }
 
@@ -49,7 +49,7 @@ void readFault(Settings& settings) {
   const bool call = at == end || (readNumber(at + 1, end, settings.call) && settings.call > 0);
   if (known && code && call) return;
   const std::string value = std::string("ORSK_SIMULATOR_FAIL=") + text;
-  throw Report(badVariable, known ? value : value + " names none of" + names);
+  throw Report{badVariable, known ? value : value + " names none of" + names};
 }
 
 std::string defaultStatePath() {
@@ -58,7 +58,7 @@ std::string defaultStatePath() {
   const char* folder = std::getenv("XDG_STATE_HOME");
   if (folder != nullptr && *folder == '/') return folder + file;
   folder = std::getenv("HOME");
-  if (folder == nullptr || *folder == '\0') throw Report(stateUnusable, "HOME is not set");
+  if (folder == nullptr || *folder == '\0') throw Report{stateUnusable, "HOME is not set"};
   return std::string(folder) + "/.local/state" + file;
 }
 
@@ -70,9 +70,9 @@ void readStatePath(Settings& settings) {
   const std::string name = path.substr(path.rfind('/') + 1);
   // Another state may have its lock or its temporary file there.
   if (path.empty() || name.ends_with(".lock") || name.ends_with(".new"))
-    throw Report(badVariable, "ORSK_SIMULATOR_STATE=" + path);
+    throw Report{badVariable, "ORSK_SIMULATOR_STATE=" + path};
   if (name.empty() || name == "." || name == "..")
-    throw Report(stateUnusable, path + ": " + std::strerror(EISDIR));
+    throw Report{stateUnusable, path + ": " + std::strerror(EISDIR)};
 }
 
 }  // namespace

@@ -18,8 +18,8 @@ namespace {
 /// Length in bytes of the longest text that is read or written.
 constexpr std::size_t longestText = std::size_t{64} << 20;
 
-[[noreturn]] void failWith(const std::string& path, int failure = errno) {
-  throw Report(stateUnusable, path + ": " + std::strerror(failure));
+[[noreturn]] void failWith(const std::string& path, const char* why = std::strerror(errno)) {
+  throw Report{stateUnusable, path + ": " + why};
 }
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
@@ -31,14 +31,11 @@ File openOwn(const std::string& path, int flags) {
   struct stat status {};
   const int failure = !file || fstat(number, &status) != 0 ? errno : 0;
   if (failure == ELOOP) lstat(path.c_str(), &status);
-  const auto require = [&](bool holds, const char* otherwise) {
-    if (!holds) throw Report(stateUnusable, path + ": " + otherwise);
-  };
-  require(!S_ISLNK(status.st_mode), "is a symbolic link");
-  if (failure != 0) failWith(path, failure);
-  require(S_ISREG(status.st_mode), "is not a regular file");
-  require(status.st_uid == geteuid(), "belongs to another user");
-  require(status.st_nlink <= 1, "has more than one hard link");
+  if (S_ISLNK(status.st_mode)) failWith(path, "is a symbolic link");
+  if (failure != 0) failWith(path, std::strerror(failure));
+  if (!S_ISREG(status.st_mode)) failWith(path, "is not a regular file");
+  if (status.st_uid != geteuid()) failWith(path, "belongs to another user");
+  if (status.st_nlink > 1) failWith(path, "has more than one hard link");
   return file;
 }
 
@@ -71,9 +68,8 @@ void createFolders(const std::string& path) {
 
 std::unique_ptr<std::FILE, int (*)(std::FILE*)> lockState(const std::string& path) {
   File lock = openOwn(path + ".lock", O_RDWR | O_CREAT);
-  while (flock(fileno(lock.get()), LOCK_EX) != 0) {
+  while (flock(fileno(lock.get()), LOCK_EX) != 0)
     if (errno != EINTR) failWith(path + ".lock");
-  }
   return lock;
 }
 
@@ -85,12 +81,12 @@ State readState(const std::string& path) {
   std::string text(std::min(static_cast<std::size_t>(status.st_size), longestText + 1), '\0');
   text.resize(std::fread(text.data(), 1, text.size(), file.get()));
   if (std::ferror(file.get()) != 0) failWith(path);
-  return stateOf(text, Report(stateDamaged, path));
+  return stateOf(text, Report{stateDamaged, path});
 }
 
 void writeState(const std::string& path, const State& state) {
   const std::string text = nlohmann::json(state).dump(2) + '\n';
-  if (text.size() > longestText) failWith(path, EFBIG);
+  if (text.size() > longestText) failWith(path, std::strerror(EFBIG));
   const std::string temporary = path + ".new";
   // A killed process may have left one.
   const File file = openOwn(temporary, O_RDWR | O_CREAT);
@@ -99,9 +95,9 @@ void writeState(const std::string& path, const State& state) {
                        std::fputs(text.c_str(), file.get()) >= 0 && std::fflush(file.get()) == 0 &&
                        fsync(number) == 0 && rename(temporary.c_str(), path.c_str()) == 0;
   if (written) return;
-  const int failure = errno;
+  const char* const why = std::strerror(errno);
   unlink(temporary.c_str());
-  failWith(path, failure);
+  failWith(path, why);
 }
 
 }  // namespace simulator
