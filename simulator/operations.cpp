@@ -105,14 +105,15 @@ void orsksapi_timestampCorrelator_delete(Text uri1, Text uri2, Status status) {
   });
 }
 
-void orsksapi_timestampCorrelator_correlate(Text source, Text destination, const Timestamp* time,
-                                            Timestamp* result, Status status) {
-  *result = perform(__func__, status, [&](Operation& operation) {
+void orsksapi_timestampCorrelator_correlate(Text srcTimescaleUri, Text dstTimescaleUri,
+                                            const Timestamp* srcTime, Timestamp* dstTime,
+                                            Status status) {
+  *dstTime = perform(__func__, status, [&](Operation& operation) {
     const State& state = operation.state;
-    if (std::ranges::none_of(state.correlators, relates(source, destination)))
-      throw Report{correlatorUnknown, std::string(source) + ", " + destination};
-    return shifted(*time, offsetNs(state, destination, operation.nowNs) -
-                              offsetNs(state, source, operation.nowNs));
+    if (std::ranges::none_of(state.correlators, relates(srcTimescaleUri, dstTimescaleUri)))
+      throw Report{correlatorUnknown, std::string(srcTimescaleUri) + ", " + dstTimescaleUri};
+    return shifted(*srcTime, offsetNs(state, dstTimescaleUri, operation.nowNs) -
+                                 offsetNs(state, srcTimescaleUri, operation.nowNs));
   });
 }
 

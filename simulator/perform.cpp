@@ -47,8 +47,8 @@ void performLocked(const Settings& settings, const char* name, const WorkFunctio
     if (state != before) writeState(settings.statePath, state);
   };
   try {
-    const auto isCounted = [&] { return ++stateOnError.calls[name] == settings.call; };
-    if (settings.failing == name && (settings.call == 0 || isCounted()))
+    if (settings.failing == name &&
+        (settings.call == 0 || ++stateOnError.calls[name] == settings.call))
       throw Report{{settings.code, "orsksapisimerr_onDemand", "The requested failure."}, name};
     operation.state = stateOnError;
     work(operation);

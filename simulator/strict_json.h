@@ -18,11 +18,10 @@ inline nlohmann::json parseStrictly(const std::string& text, const Report& inval
   const auto check = [&](int depth, json::parse_event_t event, const json& parsed) {
     if (event == json::parse_event_t::object_start) names.emplace_back();
     if (event == json::parse_event_t::object_end) names.pop_back();
-    const bool isRepeated =
-        event == json::parse_event_t::key && !names.back().insert(parsed).second;
+    const bool isNew = event != json::parse_event_t::key || names.back().insert(parsed).second;
     const auto* const value = parsed.get_ptr<const std::string*>();
     const bool hasNul = value != nullptr && value->find('\0') != std::string::npos;
-    if (isRepeated || hasNul || depth > 4) throw Report(invalid);
+    if (!isNew || hasNul || depth > 4) throw Report(invalid);
     return true;
   };
   return json::parse(text, check, false);
