@@ -1,5 +1,4 @@
 // grammar_writer OUTPUT [TEMPLATE]: prints the grammar's tables for a use:
-//   bash, fish   functions for completions; zsh reads those for bash
 //   markdown     the README's table of commands
 //   lines        a command line that calls the library, for each command and argument
 //   types        each command and argument with its options and their types
@@ -67,81 +66,12 @@ std::string nameOf(const Usage& usage) {
   return usage.command + (usage.argument.empty() ? "" : ' ' + usage.argument);
 }
 
-/// Returns the type as users see it.
-const char* nameOf(OptionType type) {
-  switch (type) {
-    case OptionType::text:
-      return "text";
-    case OptionType::truthValue:
-      return "0|1";
-    case OptionType::uint32:
-    case OptionType::uint64:
-      return "number";
-  }
-  return "";
-}
-
 /// Returns the type with its unit, if the option's name does not contain it.
 std::string describe(const Option& option) {
   // A bar would end the table's cell.
   const bool isTruthValue = option.type == OptionType::truthValue;
   const std::string type = isTruthValue ? "0 or 1" : nameOf(option.type);
   return option.unit.empty() ? type : type + " (" + option.unit + ')';
-}
-
-/// Returns the texts that `textOf` makes of `rows`, separated by blanks, without the empty ones.
-std::string joined(const auto& rows, const auto& textOf) {
-  std::string line;
-  for (const auto& row : rows) {
-    const std::string text(textOf(row));
-    if (!text.empty()) line += (line.empty() ? "" : " ") + text;
-  }
-  return line;
-}
-
-/// Writes functions that print one word per line: the words that may follow a command, the command
-/// again if it requires an argument, the options of a usage as "name:type", and the flags.
-void writeShell(std::ostream& out, bool fish) {
-  const auto function = [&](const char* name) {
-    out << (fish ? "function " : "") << name
-        << (fish ? "\n  switch \"$argv\"\n" : "() {\n  case \"$*\" in\n");
-  };
-  // The pattern is not quoted. A command without words has no entry.
-  const auto entry = [&](const std::string& pattern, const std::string& words) {
-    if (words.empty()) return;
-    out << "    " << (fish ? "case " : "") << pattern << (fish ? "\n      " : ") ")
-        << "printf '%s\\n' " << words << (fish ? "\n" : " ;;\n");
-  };
-  const auto end = [&] { out << (fish ? "  end\nend\n" : "  esac\n}\n"); };
-  const auto quoted = [](const std::string& word) { return "'" + word + "'"; };
-  const auto itself = [](std::string_view word) { return word; };
-
-  const std::vector<Usage> usages = readUsages();
-  function("__orskapp_words");
-  entry(quoted(""), joined(validCommands, itself));
-  for (const std::string_view command : validCommands) {
-    const auto argumentOf = [&](const Usage& usage) {
-      return usage.command == command ? usage.argument : std::string();
-    };
-    entry(quoted(std::string(command)), joined(usages, argumentOf));
-  }
-  end();
-  function("__orskapp_needs_argument");
-  for (const std::string_view command : validCommands) {
-    if (needsArgument(command)) entry(quoted(std::string(command)), std::string(command));
-  }
-  end();
-  function("__orskapp_options");
-  for (const Usage& usage : usages) {
-    const auto typed = [&](const Option& option) {
-      return quoted(option.name + ":" + nameOf(option.type));
-    };
-    entry(quoted(nameOf(usage)), joined(usage.options, typed));
-  }
-  end();
-  function("__orskapp_flags");
-  entry(fish ? quoted("*") : "*", joined(validFlags, itself));
-  end();
 }
 
 /// Writes the manual's entry for one usage, whose text follows in the template. Returns false if
@@ -222,8 +152,6 @@ struct Output {
 
 // clang-format off
 constexpr Output outputs[] = {
-    {"bash",       [](std::ostream& out) { writeShell(out, false); }},
-    {"fish",       [](std::ostream& out) { writeShell(out, true); }},
     {"markdown",   writeMarkdown},
     {"lines",      writeLines},
     {"types",      writeTypes},

@@ -17,3 +17,9 @@ difference() {
       print "  actual:   " (line in actual ? substr(actual[line], from, 140) : "(no line)")
     }' <(printf %s "$1") <(printf %s "$2")
 }
+
+# For a check that goes on after a difference, and in the end fails if $wrong is not 0.
+wrong=0
+complain() { echo "$*"; wrong=1; }
+# same WHAT EXPECTED ACTUAL: complains if the texts differ or are empty.
+same() { [[ $2 && $2 == "$3" ]] || complain "$1:"$'\n'"$(difference "$2" "$3")"; }

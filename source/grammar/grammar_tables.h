@@ -15,6 +15,20 @@
 /// type that its handler passes to `getOption`; a test compares the two.
 enum class OptionType { text, truthValue, uint32, uint64 };
 
+/// Returns the type as users see it.
+constexpr const char* nameOf(OptionType type) {
+  switch (type) {
+    case OptionType::text:
+      return "text";
+    case OptionType::truthValue:
+      return "0|1";
+    case OptionType::uint32:
+    case OptionType::uint64:
+      return "number";
+  }
+  return "";
+}
+
 struct CommandArgument {
   std::string_view command;
   std::string_view argument;
