@@ -65,6 +65,27 @@ void removeRedirections(Words& words, std::size_t& number) {
   }
 }
 
+/// Returns whether another word than `number` is `prefix` and `name`.
+bool isGiven(const Words& words, std::size_t number, std::string_view prefix,
+             std::string_view name) {
+  for (std::size_t index = 2; index < words.size(); ++index) {
+    const std::string_view word = words[index];
+    if (index != number && word.starts_with(prefix) && word.substr(prefix.size()) == name)
+      return true;
+  }
+  return false;
+}
+
+/// Prints the options and flags that the line does not contain yet.
+void printOptions(const Words& words, std::size_t number, std::string_view command,
+                  std::string_view argument) {
+  forEachOption(command, argument, [&](std::string_view name, OptionType type) {
+    if (!isGiven(words, number, "--", name)) print("--", name, "\t", nameOf(type));
+  });
+  for (const std::string_view flag : validFlags)
+    if (!isGiven(words, number, "", flag)) print(flag);
+}
+
 void complete(const Words& words, std::size_t number) {
   if (number == 1) {
     for (const std::string_view command : validCommands) print(command);
@@ -84,19 +105,7 @@ void complete(const Words& words, std::size_t number) {
       if (row.command == command) print(row.argument);
     return;
   }
-  const auto isGiven = [&](std::string_view prefix, std::string_view name) {
-    for (std::size_t index = 2; index < words.size(); ++index) {
-      const std::string_view word = words[index];
-      if (index != number && word.starts_with(prefix) && word.substr(prefix.size()) == name)
-        return true;
-    }
-    return false;
-  };
-  forEachOption(command, argument, [&](std::string_view name, OptionType type) {
-    if (!isGiven("--", name)) print("--", name, "\t", nameOf(type));
-  });
-  for (const std::string_view flag : validFlags)
-    if (!isGiven("", flag)) print(flag);
+  printOptions(words, number, command, argument);
 }
 
 }  // namespace
