@@ -5,7 +5,6 @@
 //   dictionary   the words, for the fuzzer
 //   manual       nothing without a template
 // With a template prints that, and replaces these lines:
-//   @GRAMMAR@                  the tables
 //   @USAGE command argument@   the manual's entry. A template with one entry needs all.
 //   %MESSAGES%                 the messages of the command-line errors
 
@@ -174,12 +173,10 @@ void writeMessages(std::ostream& out) {
 }
 
 /// Writes the template `in`. Returns an error, or an empty text.
-std::string fillTemplate(std::istream& in, const Output& output, std::ostream& out) {
+std::string fillTemplate(std::istream& in, std::ostream& out) {
   std::set<std::string> documented;
   for (std::string line; std::getline(in, line);) {
-    if (line == "@GRAMMAR@") {
-      output.write(out);
-    } else if (line == "%MESSAGES%") {
+    if (line == "%MESSAGES%") {
       writeMessages(out);
     } else if (line.starts_with("@USAGE ")) {
       const std::string name = line.substr(7, line.size() - 8);
@@ -212,7 +209,7 @@ int main(int argc, char** argv) {
     output->write(std::cout);
   } else {
     std::ifstream in(argv[2]);
-    error = fillTemplate(in, *output, std::cout);
+    error = fillTemplate(in, std::cout);
   }
   if (!std::cout.flush()) error = "cannot write";
   if (error.empty()) return 0;
