@@ -15,14 +15,32 @@ expect() {
   exit 1
 }
 
+# expect_all OUTPUT COMMAND VALUE...: expects the same output for each value.
+expect_all() { for value in "${@:3}"; do expect "$1" $2 "$value"; done; }
+
 # show LABEL COMMAND...: runs the command and prints its output after the label, as one line.
 show() { echo "$1: $("${@:2}" 2>&1 | paste -sd ' ')"; }
 
-load() { simulated loadResources --remoteHost "$1" -q; }
+# run SCRIPT: prints on one line what the script prints, and its status.
+run() { (eval "$1"; echo $?) 2>&1 | paste -sd ' '; }
+
+# try LABEL SCRIPT: the same after the label.
+try() { echo "$1: $(run "$2")"; }
+
+# each_call COMMAND...: runs the command once for each command line that calls the library, which is $line.
+each_call() { while read -r line; do "$@" </dev/null; done <"$CALLING_LINES"; }
+
+# skip WHY: ends the case.
+skip() { echo "skipped: $1" >&2; exit 77; }
+
+load() { for host; do simulated loadResources --remoteHost "$host" -q; done; }
+# add DOMAIN DEVICE
+add() { simulated syncDomain addSyncableDevice --uri "$1" --syncableDeviceUri "$2" -q; }
 # create_domain URI MILLISECONDS [TIMESCALE]
 create_domain() {
   simulated syncDomain create --uri "$1" --timescaleUri "${3-timescale:local}" --maxOffset_ns 1 --minSyncDuration_ms "$2" -q
 }
+start_new() { create_domain "$1" "$2"; domain start "$1"; }
 # create_with URI TIMESCALE HOSTS
 create_with() {
   simulated syncDomain createAndAddDevices --uri "$1" --timescaleUri "$2" --remoteHosts "$3" --maxOffset_ns 1000 --minSyncDuration_ms 0 -q
@@ -34,42 +52,33 @@ start_and_wait() {
   simulated syncDomain startV2 --uri "$1" --saveInitialCoherency "${3:-0}" --waitToBecomeCoherent 1 --timeout_s "$2" -q
 }
 relate() { simulated timestampCorrelator create --timescaleUri1 "$1" --timescaleUri2 "$2" --samplingInterval 1 --historyLength 1 -q; }
+unrelate() { simulated timestampCorrelator delete --timescaleUri1 "$1" --timescaleUri2 "$2" -q; }
 # correlate FROM TO S NS FNS
 correlate() { simulated timestampCorrelator correlate --srcTimescaleUri "$1" --dstTimescaleUri "$2" --s "$3" --ns "$4" --fns "$5" -q; }
-now() { simulated timescale getTime --timescaleUri "${1:-timescale:local}" -q; }
+# now TIMESCALE: its seconds.
+now() { simulated timescale getTime --timescaleUri "${1:-timescale:local}" -q | sed "s/^Time in seconds : //"; }
 # compact KIND: the list on one line, without blanks.
-compact() { orskapp-simulated list "$1" | tr -d '\n '; }
+compact() { simulated list "$1" | tr -d "\n "; echo; }
 
-# took_at_least MILLISECONDS COMMAND...: runs the command and complains if it was quicker.
+# took_at_least MILLISECONDS COMMAND...: runs the command, and complains if it was quicker.
 took_at_least() {
-  local begun output
-  begun=$(date +%s%N)
-  output=$("${@:2}" 2>&1)
-  local ms=$((($(date +%s%N) - begun) / 1000000))
-  ((ms >= $1)) && echo "$output" || echo "$output, after only $ms ms"
+  local begun=$(date +%s%3N)
+  "${@:2}"
+  local took=$(($(date +%s%3N) - begun))
+  ((took >= $1)) || echo "after only $took ms"
 }
-
-# Ends a case that only root can run.
-needs_root() { ((EUID == 0)) || { echo "skipped: needs root" >&2; exit 77; }; }
 
 # every_command VARIABLE=VALUE...: runs every command that has a status record with the recording library, which
 # gives results and misbehaves as the variables say, and under ORSK_TEST_RUNNER, such as valgrind, if that is set.
-# Prints what all of them did, or each one that did something else.
-every_command() {
-  local line status output errors log scratch=$SCRATCH/every lines
-  lines=$(grep -v getApiVersion "$CALLING_LINES")
-  mkdir -p "$scratch"
-  while read -r line; do
-    status=0
-    : >"$scratch/log"
-    # shellcheck disable=SC2086
-    env ORSK_TEST_LOG="$scratch/log" ORSK_TEST_RESULT=1 ORSK_TEST_OUTPUT=stale ORSK_TEST_TIME="5 1 0 0" "$@" \
-      $ORSK_TEST_RUNNER orskapp $line >"$scratch/output" 2>"$scratch/errors" || status=$?
-    output=$(<"$scratch/output") errors=$(<"$scratch/errors")
-    mapfile -t log <"$scratch/log"
-    printf 'status %s, %s, %s bytes of errors: %s, %s %s\n' "$status" "${output:+output}" "${#errors}" "${errors:0:50}" \
-      "${log%%_*}" "${log[*]:1}"
-  done <<<"$lines" | sort | uniq -c | sed "s/^ *$(wc -l <<<"$lines") /all: /"
+# Prints what all of them did, and what some did.
+every_command() { each_call misbehaving "$@" | sort -u; }
+misbehaving() {
+  [[ $line != getApiVersion ]] || return 0
+  # shellcheck disable=SC2086
+  env ORSK_TEST_LOG="$SCRATCH/log" ORSK_TEST_RESULT=1 ORSK_TEST_OUTPUT=stale ORSK_TEST_TIME="5 1 0 0" "$@" \
+    $ORSK_TEST_RUNNER orskapp $line >output 2>errors
+  echo "status $?, $([[ ! -s output ]] || echo output), $(wc -c <errors) bytes of errors: $(head -c 50 errors), $(sed 's/_.*//' log | paste -sd ' ')"
+  rm log
 }
 
 # foreign_library: sets what LD_PRELOAD and LD_AUDIT may name, the recording library. Neither can name a path with a
@@ -81,24 +90,33 @@ foreign_library() {
   export ASAN_OPTIONS=verify_asan_link_order=0
 }
 
-# install_rehearsal PREFIX: copies the programs and the simulator to where an installation has them, first in PATH.
+# install_rehearsal PREFIX: copies the programs and the simulator to where an installation has them, first in PATH. A
+# rehearsal then has a state of its own.
 install_rehearsal() {
+  unset ORSK_SIMULATOR_STATE
+  rm -rf "$1"
   mkdir -p "$1/bin" "$1/lib/orskapp/simulator/bin"
   cp "$BUILD"/bin/orskapp* "$1/bin"
   cp "$BUILD/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
   ln -s ../../../../bin/orskapp-simulated "$1/lib/orskapp/simulator/bin/orskapp"
   PATH=$SCRATCH/$1/bin:$PATH
 }
-# wait_for FILE: waits until the file exists, at most 10 s.
-wait_for() { for try in {1..500}; do [[ ! -e $1 ]] || return 0; sleep 0.02; done; echo "no $1"; }
+# shells: prints the installed shells that scripts are run by. "_" stands for a blank.
+shells() { for shell in dash bash busybox_sh mksh; do ! command -v ${shell%_*} >/dev/null || echo $shell; done; }
+# wait_for FILE: waits until the file exists, at most 60 s.
+wait_for() { for try in {1..3000}; do [[ ! -e $1 ]] || return 0; sleep 0.02; done; echo "no $1"; }
 # left_over: prints the folders of rehearsals that are still there after 5 s.
 left_over() {
   for try in {1..100}; do compgen -G "$TMPDIR/orskapp-*" >/dev/null || return 0; sleep 0.05; done
   compgen -G "$TMPDIR/orskapp-*"
 }
 
-# passed: prints the arguments of the call in the file log.
-passed() { [[ ! -e log ]] || sed -E 's/^[a-zA-Z_0-9]*\((.*), fresh status\)$/\1/' log; }
+# passed COMMAND...: prints the arguments of the call that the command makes, or what it prints if there is none.
+passed() {
+  rm -f log
+  ORSK_TEST_LOG=$PWD/log "$@" >output 2>&1
+  if [[ -s log ]]; then sed -E 's/^\w+\((.*), fresh status\)$/\1/' log; else cat output; fi
+}
 
 # Messages of the console.
 missing_option='ERROR: Missing option to specified command; type "orskapp help [command]" for list of valid arguments and options.'
@@ -122,29 +140,26 @@ tear-down d a b
 compare-hosts hosts
 check-domain d metrics
 log-command log syncDomain stop --uri d
-plot-clocks timescale://a timescale:local 2 clocks.svg
+plot-clocks timescale://c timescale:local 2 clocks.svg
 END
 }
 # use_examples: has them in PATH, and what their arguments name. Nothing pauses.
 use_examples() {
-  PATH=$ROOT/docs/examples:$PATH
+  export PAUSE=0 PATH=$ROOT/docs/examples:$PATH
+  printf '%s\n' a b c >hosts
   mkdir metrics
-  printf '%s\n' a b >hosts
-  export PAUSE=0
+  load a b c
+  relate timescale://c timescale:local
+  create_with d null '["a","b"]'
+  domain start d
+  mv state.json prepared.json
+  rm state.json.lock
 }
 # prepare EXAMPLE: a state with which the example succeeds, in this case's state file.
 prepare() {
   rm -rf state.json* log clocks.svg metrics/*
   echo old >metrics/orskapp_18ac3e7343f016890c510e93f935261169d9e3f565436429830faf0934f4f8e4.prom
-  [[ $1 != bring-up ]] || return 0
-  [[ ! -e prepared-$1 ]] || { cp "prepared-$1" state.json; return 0; }
-  load a; load b
-  create_with d null '["a","b"]'
-  [[ $1 == tear-down ]] || relate timescale://a timescale:local
-  domain start d
-  mv state.json "prepared-$1"
-  cp "prepared-$1" state.json
-  rm state.json.lock
+  [[ $1 == bring-up ]] || cp prepared.json state.json
 }
 # each_example COMMAND...: runs each example by the command, and prints its status on one line.
 each_example() {
@@ -158,6 +173,13 @@ each_example() {
     ((!status)) || ! grep -E '^OK|is coherent$|^nothing is left' output
     [[ "$example $status" != 'check-domain 2' ]] || ! compgen -G 'metrics/*'
   done < <(examples) | paste -sd ' '
+}
+# fake_program SCRIPT: makes orskapp a shell script, first in PATH.
+fake_program() {
+  mkdir fake
+  printf '#!/bin/sh\n%s\n' "$1" >fake/orskapp
+  chmod +x fake/orskapp
+  PATH=$SCRATCH/fake:$PATH
 }
 # operations_of EXAMPLE ARGUMENT...: prints the operations that it calls.
 operations_of() {

@@ -1,22 +1,27 @@
-// A client library that records each call with its arguments, and misbehaves. Environment variables:
+// A client library that records each call with its arguments, and misbehaves. Environment
+// variables:
 //   ORSK_TEST_LOG      file to which each call is appended as a line
 //   ORSK_TEST_CODE     status code; default: the status record does not change
 //   ORSK_TEST_TEXT     status text
-//   ORSK_TEST_PADDING  number of bytes "x" that follow the status text
-//   ORSK_TEST_OWNER    words: "library" allocates the text and "both" only replaces the callback, so that the library
-//                      releases the text; "nobody" removes the callback; "unended" fills the buffer and leaves no NUL;
-//                      "unsized" sets the capacity to 0. Default: the caller's callback
+//   ORSK_TEST_OWNER    words: "library" allocates the text and "both" only replaces the callback,
+//   so that the library
+//                      releases the text; "nobody" removes the callback; "unended" fills the buffer
+//                      and leaves no NUL; "unsized" sets the capacity to 0. Default: the caller's
+//                      callback
 //   ORSK_TEST_OUTPUT   text for an output buffer
 //   ORSK_TEST_FILL     byte that fills an output buffer before that
 //   ORSK_TEST_TIME     "seconds nanoseconds fraction negative" for an output time
 //   ORSK_TEST_RESULT   result; default 0
 //   ORSK_TEST_DELAY_MS duration of a call in milliseconds
 //   ORSK_TEST_PRINT    text that is printed with stdio
-//   ORSK_TEST_SPOIL    words: "wide" makes the standard streams wide and buffered, "nonblocking" non-blocking,
+//   ORSK_TEST_SPOIL    words: "wide" makes the standard streams wide and buffered, "nonblocking"
+//   non-blocking,
 //                      "interrupt" sends a signal every millisecond
-//   ORSK_TEST_THROW    throws: "int" an int, "silence" an exception without a text, "abort" nothing but aborts,
+//   ORSK_TEST_THROW    throws: "int" an int, "silence" an exception without a text, "abort" nothing
+//   but aborts,
 //                      other text a std::runtime_error
-//   ORSK_TEST_EXIT     ends the thread when the text is released, which unwinds the stack as an exception does
+//   ORSK_TEST_EXIT     ends the thread when the text is released, which unwinds the stack as an
+//   exception does
 
 #include <fcntl.h>
 #include <pthread.h>
@@ -40,7 +45,8 @@
 
 namespace {
 
-/// The log is opened when the library is loaded: it would get the number of a closed standard stream.
+/// The log is opened when the library is loaded: it would get the number of a closed standard
+/// stream.
 int logFile() {
   static int file = -1;
   const char* const path = std::getenv("ORSK_TEST_LOG");
@@ -99,8 +105,7 @@ bool takeCallersBuffer(zuerr_Status* status, std::uint32_t size) {
 }
 
 void writeText(zuerr_Status* status) {
-  std::string text = environment("ORSK_TEST_TEXT", "");
-  text.append(std::strtoull(environment("ORSK_TEST_PADDING", "0"), nullptr, 10), 'x');
+  const std::string text = environment("ORSK_TEST_TEXT", "");
   if (text.empty()) return;
   const auto size = static_cast<std::uint32_t>(text.size() + 2);
   const auto owner = [](const char* word) { return isAsked("ORSK_TEST_OWNER", word); };
@@ -176,11 +181,11 @@ class Call {
     usleep(1000 * static_cast<useconds_t>(std::atoi(environment("ORSK_TEST_DELAY_MS", "0"))));
     std::fputs(environment("ORSK_TEST_PRINT", ""), stdout);
     spoilStreams();
-    if (isAsked("ORSK_TEST_THROW", "abort")) std::abort();
     if (isAsked("ORSK_TEST_THROW", "int")) throw 1;
     if (isAsked("ORSK_TEST_THROW", "silence")) throw Silence();
     if (const char* const text = std::getenv("ORSK_TEST_THROW")) throw std::runtime_error(text);
-    return static_cast<std::uint32_t>(std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));
+    return static_cast<std::uint32_t>(
+        std::strtoul(environment("ORSK_TEST_RESULT", "0"), nullptr, 10));
   }
 
  private:

@@ -9,30 +9,23 @@ namespace {
 
 std::string written;
 
-/// Collects the lines of one test.
+/// Collects the lines of one test, with the hooks and the widths that a program begins with.
 class Trace : public testing::Test {
  protected:
   Trace() {
     written.clear();
     orskdbg_write = [](const char* line) { written += line; };
-  }
-  ~Trace() override {
-    orskdbg_write = write_;
-    orskdbg_assertHandler = assertHandler_;
-    orskdbg_format = format_;
     orskdbg_componentWidth = 10;
     orskdbg_fileWidth = 32;
     orskdbg_lineWidth = 4;
   }
+  ~Trace() override { orskdbg_assertHandler = handler_; }
 
  private:
-  decltype(orskdbg_write) write_ = orskdbg_write;
-  decltype(orskdbg_assertHandler) assertHandler_ = orskdbg_assertHandler;
-  decltype(orskdbg_format) format_ = orskdbg_format;
+  decltype(orskdbg_assertHandler) handler_ = orskdbg_assertHandler;
 };
 
-const std::string blanks28(28, ' ');
-const std::string prefixOfMain = "[   orskapp|" + blanks28 + "main|0007] ";
+const std::string prefixOfMain = "[   orskapp|" + std::string(28, ' ') + "main|0007] ";
 
 /// Returns the line that is written.
 std::string traced(const orskdbg_VarLine& context, const std::string& message) {
@@ -42,18 +35,11 @@ std::string traced(const orskdbg_VarLine& context, const std::string& message) {
 }
 
 TEST_F(Trace, PrefixHasColumns) {
-  struct {
-    const char* file;
-    std::int32_t line;
-    std::string expected;
-  } const rows[] = {
-      {"main", 7, prefixOfMain},
-      {"", 0, "[   orskapp|" + blanks28 + "    |0000] "},
-      {"main", 12345, "[   orskapp|" + blanks28 + "main|2345] "},
-      {"0123456789012345678901234567890x", 1234, "[   orskapp|0123456789012345678901234567890x|1234] "},
-      {"-/0123456789012345678901234567890x", 99999, "[   orskapp|0123456789012345678901234567890x|9999] "},
-  };
-  for (const auto& row : rows) EXPECT_EQ(row.expected + "m\n", traced({row.file, row.line, "\n"}, "m"));
+  const std::string file = "0123456789012345678901234567890x";
+  EXPECT_EQ(prefixOfMain + "m\n", traced({"main", 7, "\n"}, "m"));
+  EXPECT_EQ("[   orskapp|" + std::string(32, ' ') + "|0000] m", traced({"", 0, ""}, "m"));
+  EXPECT_EQ("[   orskapp|" + file + "|1234] m", traced({file.c_str(), 1234, ""}, "m"));
+  EXPECT_EQ("[   orskapp|" + file + "|2345] m", traced({("-/" + file).c_str(), 12345, ""}, "m"));
   orskdbg_componentWidth = 3;
   orskdbg_fileWidth = 0;
   orskdbg_lineWidth = -1;
@@ -77,7 +63,8 @@ TEST_F(Trace, PrefixStaysWithinTheLine) {
 
 TEST_F(Trace, AssertionCallsTheHandlerLast) {
   orskdbg_assertHandler = [](const orskdbg_VarLine* context, const char* expression) {
-    written += std::string(context->file) + std::to_string(context->line) + context->terminator + expression;
+    written += std::string(context->file) + std::to_string(context->line) + context->terminator +
+               expression;
   };
   constexpr orskdbg_AssertPlace place{"main", 7, " 100%%."};
   ORSK_ASSERT(true, place);
@@ -92,8 +79,8 @@ TEST_F(Trace, AnAssertionWithAMessageReportsItsPlace) {
   ORSK_ASSERT(1 > 2, " 100%%.");
   const orskdbg_VarLine here{__FILE__, __LINE__ - 1, "\n"};
   const std::string reported = written;
-  EXPECT_EQ("[orskapp|" + std::string(here.file) + '|' + std::to_string(here.line) + "] !!ASSERT!!\n" +
-                traced(here, "ASSERT(1 > 2)") + traced(here, " 100%."),
+  EXPECT_EQ("[orskapp|" + std::string(here.file) + '|' + std::to_string(here.line) +
+                "] !!ASSERT!!\n" + traced(here, "ASSERT(1 > 2)") + traced(here, " 100%."),
             reported);
 }
 
@@ -102,8 +89,10 @@ TEST(MonotonicStopWatch, ReportsWholeMilliseconds) {
   watch.startNs = 0;
   watch.start();
   EXPECT_LT(0, watch.startNs);
-  const std::pair<std::int64_t, std::int64_t> rows[] = {{999'999, 0}, {1'000'000, 1}, {1'999'999, 1}, {-999'999, 0}};
-  for (const auto& [nanoseconds, expected] : rows) EXPECT_EQ(expected, orsktools::wholeMilliseconds(nanoseconds));
+  const std::pair<std::int64_t, std::int64_t> rows[] = {
+      {999'999, 0}, {1'000'000, 1}, {1'999'999, 1}, {-999'999, 0}};
+  for (const auto& [nanoseconds, expected] : rows)
+    EXPECT_EQ(expected, orsktools::wholeMilliseconds(nanoseconds));
 }
 
 }  // namespace

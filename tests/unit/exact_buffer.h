@@ -10,7 +10,8 @@
 class ExactBuffer {
  public:
   /// Initialises a buffer with `text` and `room` free bytes.
-  ExactBuffer(const std::string& text, std::size_t room) : size_(text.size() + room + 2), bytes_(new char[size_]) {
+  ExactBuffer(const std::string& text, std::size_t room)
+      : size_(text.size() + room + 2), bytes_(new char[size_]) {
     std::memset(bytes_.get(), '#', size_);
     jsonbuf_init(bytes_.get(), size_, text.c_str());
   }

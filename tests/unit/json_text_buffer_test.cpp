@@ -36,8 +36,9 @@ TEST(JsonTextBuffer, InitLaysTextOutOrFails) {
     std::size_t size;
     std::ptrdiff_t last;  // -1: fails
   } const rows[] = {
-      {"", "{}", 4, 1}, {"", "{}", 9, 1},        {"", "{}", 3, -1},        {"", "{}", 0, -1},        {"", "", 2, 0},
-      {"", "", 1, -1},  {"[12]", nullptr, 6, 3}, {"[12]", nullptr, 5, -1}, {"[12]", nullptr, 4, -1},
+      {"", "{}", 4, 1},        {"", "{}", 9, 1},         {"", "{}", 3, -1},
+      {"", "{}", 0, -1},       {"", "", 2, 0},           {"", "", 1, -1},
+      {"[12]", nullptr, 6, 3}, {"[12]", nullptr, 5, -1}, {"[12]", nullptr, 4, -1},
   };
   for (const auto& row : rows) {
     const std::unique_ptr<char[]> buffer(new char[row.size]);
@@ -45,7 +46,8 @@ TEST(JsonTextBuffer, InitLaysTextOutOrFails) {
     std::memcpy(buffer.get(), row.own, std::min(row.size, std::strlen(row.own) + 1));
     const std::string before(buffer.get(), row.size);
     char* const last = jsonbuf_init(buffer.get(), row.size, row.text);
-    SCOPED_TRACE(testing::Message() << row.size << " bytes for " << (row.text ? row.text : row.own));
+    SCOPED_TRACE(testing::Message()
+                 << row.size << " bytes for " << (row.text ? row.text : row.own));
     if (row.last < 0) {
       EXPECT_EQ(nullptr, last);
       EXPECT_EQ(before, std::string(buffer.get(), row.size));

@@ -5,6 +5,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
+
 namespace {
 
 // A line of several pieces is one write. A socket separates writes.
@@ -26,16 +29,17 @@ TEST(Output, WritesALineAtOnce) {
   EXPECT_EQ(EBADF, writeLine(ends[0], "nowhere"));
 }
 
-// A TCP connection that its reader resets fails with ECONNRESET, and only the writes after that with EPIPE.
+// A TCP connection that its reader resets fails with ECONNRESET, and only the writes after that
+// with EPIPE.
 TEST(Output, AReaderThatResetsItsConnectionIsGone) {
   sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
   socklen_t size = sizeof address;
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
   const int listener = socket(AF_INET, SOCK_STREAM, 0), writer = socket(AF_INET, SOCK_STREAM, 0);
-  ASSERT_EQ(0, bind(listener, generic, size));
-  ASSERT_EQ(0, listen(listener, 1));
-  ASSERT_EQ(0, getsockname(listener, generic, &size));
-  ASSERT_EQ(0, connect(writer, generic, size));
+  if (bind(listener, generic, size) != 0 || listen(listener, 1) != 0 ||
+      getsockname(listener, generic, &size) != 0 || connect(writer, generic, size) != 0) {
+    GTEST_SKIP() << "needs the loopback network: " << std::strerror(errno);
+  }
   const int reader = accept(listener, nullptr, nullptr);
   // Closing with bytes unread resets the connection.
   ASSERT_EQ(1, write(writer, "x", 1));

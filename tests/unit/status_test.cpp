@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "errors/library_exception.h"
 #include "unit/exact_buffer.h"
 
 namespace {
@@ -13,7 +14,8 @@ constexpr zuerr_Site anonymousSite{"f", 0, nullptr, "e"};
 
 /// A record with our callback, whose text is released at the end of the test.
 struct OwnedStatus : zuerr_Status {
-  explicit OwnedStatus(std::int32_t itsCode, const char* text = nullptr) : zuerr_Status(zuerr_initialStatus) {
+  explicit OwnedStatus(std::int32_t itsCode, const char* text = nullptr)
+      : zuerr_Status(zuerr_initialStatus) {
     if (text != nullptr) zuerr_setJson(this, text);
     code = itsCode;
   }
@@ -35,8 +37,8 @@ zuerr_Status rejecting() {
 
 TEST(Status, DefaultResizeProvidesPowersOfTwo) {
   OwnedStatus status(0, "[1]");
-  const std::pair<std::uint32_t, std::uint32_t> rows[] = {{1, 512},     {512, 512},   {513, 1024},
-                                                          {1024, 1024}, {1025, 2048}, {65537, 131072}};
+  const std::pair<std::uint32_t, std::uint32_t> rows[] = {
+      {1, 512}, {512, 512}, {513, 1024}, {1024, 1024}, {1025, 2048}, {65537, 131072}};
   for (const auto& [size, capacity] : rows) {
     char* const before = capacity == status.capacity ? status.json : nullptr;
     EXPECT_TRUE(zuerr_defaultResize(&status, size));
@@ -45,7 +47,8 @@ TEST(Status, DefaultResizeProvidesPowersOfTwo) {
     EXPECT_EQ("text, zeros, J", ExactBuffer::layoutOf(status.json, capacity));
     EXPECT_TRUE(before == nullptr || before == status.json);
   }
-  for (std::uint32_t size : {0x80000000U, 0x80000001U, 0xFFFFFFFFU}) EXPECT_FALSE(zuerr_defaultResize(&status, size));
+  for (std::uint32_t size : {0x80000000U, 0x80000001U, 0xFFFFFFFFU})
+    EXPECT_FALSE(zuerr_defaultResize(&status, size));
   EXPECT_EQ(131072U, status.capacity);
   for (int again = 0; again < 2; ++again) {
     EXPECT_TRUE(zuerr_defaultResize(&status, 0));
@@ -60,8 +63,9 @@ TEST(Status, CodeOnlyRisesInSeverity) {
     std::int32_t before;
     std::int32_t code;
     bool taken;
-  } const rows[] = {{0, 0, false},   {0, 5, true},   {0, -5, true},  {5, 7, false}, {5, 0, false}, {5, -3, true},
-                    {-3, -9, false}, {-3, 5, false}, {-3, 0, false}, {1, -1, true}, {0, 1, true},  {0, -1, true}};
+  } const rows[] = {{0, 0, false},  {0, 5, true},  {0, -5, true},   {5, 7, false},
+                    {5, 0, false},  {5, -3, true}, {-3, -9, false}, {-3, 5, false},
+                    {-3, 0, false}, {1, -1, true}, {0, 1, true},    {0, -1, true}};
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message() << row.before << " given " << row.code);
     OwnedStatus status(row.before, "[1]");
@@ -80,8 +84,10 @@ TEST(Status, SetCodeAtDescribesTheSite) {
   bool ok = false;
   EXPECT_TRUE(zuerr_setCodeAt(&status, -4, &site, &ok) && ok);
   EXPECT_EQ(512U, status.capacity);
-  EXPECT_STREQ(R"({"error_constant":"some_error","file":"some/file","line":-7,"component":"part"})", status.json);
-  EXPECT_TRUE(!zuerr_setCodeAt(&status, -5, &anonymousSite, &(ok = false)) && ok && status.code == -4);
+  EXPECT_STREQ(R"({"error_constant":"some_error","file":"some/file","line":-7,"component":"part"})",
+               status.json);
+  EXPECT_TRUE(!zuerr_setCodeAt(&status, -5, &anonymousSite, &(ok = false)) && ok &&
+              status.code == -4);
   EXPECT_TRUE(zuerr_setCodeAt(&anonymous, 3, &anonymousSite, nullptr));
   EXPECT_STREQ(R"({"error_constant":"e","file":"f","line":0})", anonymous.json);
   EXPECT_TRUE(zuerr_setCodeAt(&rejected, -4, &site, &ok) && !ok && rejected.code == -4);
@@ -96,8 +102,8 @@ TEST(Status, GrowsForEveryMember) {
     ASSERT_EQ(status.json + text.size() - 1, position);
     position = zuerr_addString(&status, position, "k", "v");
     position = zuerr_addSite(&status, position, &site);
-    const std::string expected =
-        text.substr(0, text.size() - 1) + R"(,"k":"v","file":"some/file","line":-7,"component":"part"})";
+    const std::string expected = text.substr(0, text.size() - 1) +
+                                 R"(,"k":"v","file":"some/file","line":-7,"component":"part"})";
     ASSERT_EQ(expected, status.json);
     ASSERT_EQ(status.json + expected.size() - 1, position);
     ASSERT_EQ(expected.size() + 2 <= 512 ? 512U : 1024U, status.capacity);
@@ -121,15 +127,20 @@ TEST(Status, FailedGrowthChangesNothing) {
   EXPECT_STREQ("{\"a\"}", broken.json);
 }
 
-TEST(Status, SetJsonTakesTextOrEmptyObject) {
-  OwnedStatus status(0);
-  for (const char* text : {"[12]", static_cast<const char*>(nullptr)}) {
-    const std::string expected = text == nullptr ? "{}" : text;
-    const char* const last = zuerr_setJson(&status, text);
-    EXPECT_EQ(status.json + expected.size() - 1, last);
-    EXPECT_EQ(expected, status.json);
-    EXPECT_EQ("text, zeros, J", ExactBuffer::layoutOf(status.json, status.capacity));
+/// Returns true without a larger buffer, or with a capacity and no buffer.
+bool claim(zuerr_Status* status, std::uint32_t) {
+  if (status->json == nullptr) status->capacity = 512;
+  return true;
+}
+
+TEST(Status, ACallbackWithoutRoomIsAFailure) {
+  const ExactBuffer block("{}", 0);
+  zuerr_Status none{0, 0, claim, nullptr}, little{0, 4, claim, block.at(0)};
+  for (zuerr_Status* const status : {&none, &little}) {
+    EXPECT_EQ(nullptr, zuerr_setJson(status, "[1]"));
+    EXPECT_EQ(nullptr, zuerr_reserve(status, 3));
   }
+  EXPECT_EQ("{}", block.text());
 }
 
 // At their limits: twice the capacity minus 2, and the text with the room, each below 2^31.
@@ -160,7 +171,8 @@ TEST(Status, RequestsSizesWithinTheirLimits) {
 }
 
 TEST(Status, MergeMovesTextUnderTheSameCallback) {
-  OwnedStatus destination(1, "[1]"), source(-2, "[2]"), milder(-9, "[4]"), described(0, "[3]"), error(-1);
+  OwnedStatus destination(1, "[1]"), source(-2, "[2]"), milder(-9, "[4]"), described(0, "[3]"),
+      error(-1);
   char* const text = source.json;
   bool ok = false;
   EXPECT_TRUE(zuerr_merge(&destination, &source, &ok) && ok);
@@ -184,6 +196,16 @@ TEST(Status, MergeCopiesTextUnderAnotherCallback) {
   EXPECT_STREQ("[2]", destination.json);
   EXPECT_TRUE(source.json == block.at(0) && source.capacity == 5);
   EXPECT_TRUE(zuerr_merge(&rejected, &error, &ok) && !ok && rejected.code == -3);
+}
+
+TEST(Status, ACopiedExceptionTakesTheText) {
+  zuerr::Exception source;
+  EXPECT_STREQ("", source.what());
+  zuerr_setJson(&source.status, "[1]");
+  source.status.code = -5;
+  zuerr::Exception copy(source);
+  EXPECT_STREQ("[1]", static_cast<const std::exception&>(copy).what());
+  EXPECT_TRUE(copy.status.code == -5 && source.status.code == -5 && source.status.json == nullptr);
 }
 
 }  // namespace
