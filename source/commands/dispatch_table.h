@@ -15,16 +15,23 @@ struct Action {
   void (*run)(const OptionMap& options, const FlagMap& flags);
 };
 
-/// Returns whether the rows of `table` are the arguments of `command` in the grammar's tables.
+/// Returns whether `table` has a row for each argument of `command` in the grammar's tables.
 template <typename Row, std::size_t size>
 constexpr bool hasEachArgumentOf(const Row (&table)[size], std::string_view command) {
-  const auto isArgument = [command](const Row& row) {
-    return std::ranges::count_if(commandArguments, [&](const CommandArgument& argument) {
-             return argument.command == command && argument.argument == row.word;
-           }) == 1;
-  };
-  return std::ranges::all_of(table, isArgument) &&
-         std::ranges::count(commandArguments, command, &CommandArgument::command) == size;
+  return std::ranges::all_of(commandArguments, [&](const CommandArgument& argument) {
+    return argument.command != command ||
+           std::ranges::count(table, argument.argument, &Row::word) == 1;
+  });
+}
+
+/// Returns whether the grammar's tables have an argument of `command` for each row of `table`.
+template <typename Row, std::size_t size>
+constexpr bool hasOnlyArgumentsOf(const Row (&table)[size], std::string_view command) {
+  return std::ranges::all_of(table, [&](const Row& row) {
+    return std::ranges::any_of(commandArguments, [&](const CommandArgument& argument) {
+      return argument.command == command && argument.argument == row.word;
+    });
+  });
 }
 
 /// Returns the row of `table` for `word`. A word of another command passes the grammar's check. For

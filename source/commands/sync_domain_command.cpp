@@ -110,8 +110,8 @@ constexpr Action actions[] = {
     {"isCoherentSinceLastChecked", isCoherentSinceLastChecked},
 };
 // clang-format on
-static_assert(hasEachArgumentOf(actions, "syncDomain"),
-              "Add a row for each argument in commandArguments.");
+static_assert(hasEachArgumentOf(actions, "syncDomain"), "Add a row to actions.");
+static_assert(hasOnlyArgumentsOf(actions, "syncDomain"), "Add a row to commandArguments.");
 
 }  // namespace
 

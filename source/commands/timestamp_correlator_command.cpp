@@ -58,8 +58,8 @@ constexpr Action actions[] = {
     {"correlate", correlate},
 };
 // clang-format on
-static_assert(hasEachArgumentOf(actions, "timestampCorrelator"),
-              "Add a row for each argument in commandArguments.");
+static_assert(hasEachArgumentOf(actions, "timestampCorrelator"), "Add a row to actions.");
+static_assert(hasOnlyArgumentsOf(actions, "timestampCorrelator"), "Add a row to commandArguments.");
 
 }  // namespace
 

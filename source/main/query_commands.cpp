@@ -23,8 +23,8 @@ void getTime(const OptionMap& options, const FlagMap& flags) {
 constexpr Action actions[] = {
     {"getTime", getTime},
 };
-static_assert(hasEachArgumentOf(actions, "timescale"),
-              "Add a row for each argument in commandArguments.");
+static_assert(hasEachArgumentOf(actions, "timescale"), "Add a row to actions.");
+static_assert(hasOnlyArgumentsOf(actions, "timescale"), "Add a row to commandArguments.");
 
 struct Kind {
   std::string_view word;
@@ -39,7 +39,8 @@ constexpr Kind kinds[] = {
     {"correlators",     &ApiWrapper::getTimestampCorrelatorInfo},
 };
 // clang-format on
-static_assert(hasEachArgumentOf(kinds, "list"), "Add a row for each argument in commandArguments.");
+static_assert(hasEachArgumentOf(kinds, "list"), "Add a row to kinds.");
+static_assert(hasOnlyArgumentsOf(kinds, "list"), "Add a row to commandArguments.");
 
 }  // namespace
 
