@@ -70,8 +70,10 @@ install_packages() {
   ((EUID == 0)) || command -v sudo >/dev/null ||
     fail "run as root or install sudo: packages are missing: ${missing[*]}"
   echo "Installing: ${missing[*]}"
-  quietly "${as_root[@]}" apt-get update -q -o APT::Update::Error-Mode=any
-  quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
+  # Another apt may be running, as on a machine that has just started.
+  local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=600)
+  quietly "${apt[@]}" update -o APT::Update::Error-Mode=any
+  quietly "${apt[@]}" install --no-install-recommends "${missing[@]}"
 }
 
 # quietly COMMAND...: runs a command. If it fails, prints its output and ends the script.
@@ -95,11 +97,12 @@ install_build() {
   done
 }
 
-# test_preset PRESET [OPTION...]: runs the preset's tests, and prints which fail and how many pass.
+# test_preset PRESET [OPTION...]: runs the preset's tests, and prints which fail, how many pass, and which are skipped.
 test_preset() {
   local output
   echo "Testing: $1"
   output=$(ctest --preset "$1" --no-tests=error "${@:2}" 2>&1) ||
     { grep -v ' Passed \|^ *Start ' <<<"$output"; fail "tests failed; to repeat them: ctest --preset $1"; }
-  grep 'tests passed' <<<"$output"
+  sed -n '/tests passed/p; /did not run/,/^$/{/./p}' <<<"$output"
+  grep -hE '^skipped: ' "build/$1/Testing/Temporary/LastTest.log" | sort -u || true
 }
