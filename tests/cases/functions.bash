@@ -94,10 +94,8 @@ foreign_library() {
 # rehearsal then has a state of its own.
 install_rehearsal() {
   unset ORSK_SIMULATOR_STATE
-  rm -rf "$1"
-  mkdir -p "$1/bin" "$1/lib/orskapp/simulator/bin"
-  cp "$BUILD"/bin/orskapp* "$1/bin"
-  cp "$BUILD/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
+  rm -rf "$1"; mkdir -p "$1/bin" "$1/lib/orskapp/simulator/bin"
+  cp "$BUILD"/bin/orskapp* "$1/bin"; cp "$BUILD/lib/liborsksapi.so.1" "$1/lib/orskapp/simulator"
   ln -s ../../../../bin/orskapp-simulated "$1/lib/orskapp/simulator/bin/orskapp"
   PATH=$SCRATCH/$1/bin:$PATH
 }
@@ -146,14 +144,10 @@ END
 # use_examples: has them in PATH, and what their arguments name. Nothing pauses.
 use_examples() {
   export PAUSE=0 PATH=$ROOT/docs/examples:$PATH
-  printf '%s\n' a b c >hosts
-  mkdir metrics
-  load a b c
-  relate timescale://c timescale:local
-  create_with d null '["a","b"]'
-  domain start d
-  mv state.json prepared.json
-  rm state.json.lock
+  mkdir metrics; printf '%s\n' a b c >hosts
+  load a b c; relate timescale://c timescale:local
+  create_with d null '["a","b"]'; domain start d
+  mv state.json prepared.json; rm state.json.lock
 }
 # prepare EXAMPLE: a state with which the example succeeds, in this case's state file.
 prepare() {
@@ -177,8 +171,7 @@ each_example() {
 # fake_program SCRIPT: makes orskapp a shell script, first in PATH.
 fake_program() {
   mkdir fake
-  printf '#!/bin/sh\n%s\n' "$1" >fake/orskapp
-  chmod +x fake/orskapp
+  printf '#!/bin/sh\n%s\n' "$1" >fake/orskapp; chmod +x fake/orskapp
   PATH=$SCRATCH/fake:$PATH
 }
 # operations_of EXAMPLE ARGUMENT...: prints the operations that it calls.
