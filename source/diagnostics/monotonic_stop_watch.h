@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 namespace orsktools {
 
@@ -23,5 +24,8 @@ class MonotonicStopWatch final {
   /// Start time in nanoseconds of the monotonic clock.
   std::int64_t startNs;
 };
+static_assert(std::is_final_v<MonotonicStopWatch> &&
+                  sizeof(MonotonicStopWatch) == sizeof(void*) + sizeof(std::int64_t),
+              "Other code is compiled against this layout.");
 
 }  // namespace orsktools

@@ -21,6 +21,8 @@ struct orskdbg_VarLine {
 
 /// A trace context for lines that are stored. The program has no object of it.
 class orskdbg_VarLineToBuffer : public orskdbg_VarLine {};
+static_assert(sizeof(orskdbg_VarLine) == sizeof(orskdbg_VarLineToBuffer),
+              "Other code is compiled against this layout.");
 
 /// Writes a part of a line's prefix and a NUL at `position`, where `room` bytes are left. Returns
 /// the position of the NUL.

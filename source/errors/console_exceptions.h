@@ -13,6 +13,9 @@ class SyncDomainConsoleException : public std::runtime_error {
   /// A second text. Reserved and always empty.
   std::string detail;
 };
+static_assert(sizeof(SyncDomainConsoleException) ==
+                  sizeof(std::runtime_error) + sizeof(std::string),
+              "Other code is compiled against this layout.");
 
 // clang-format off
 

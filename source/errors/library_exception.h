@@ -23,6 +23,8 @@ class ExceptionBase {
 
   zuerr_Status status = zuerr_initialStatus;
 };
+static_assert(sizeof(ExceptionBase) == sizeof(void*) + sizeof(zuerr_Status),
+              "Other code is compiled against this layout.");
 
 /// The thrown type. Thrown by copy; the copy takes the text.
 class Exception : public virtual std::exception, public virtual ExceptionBase {

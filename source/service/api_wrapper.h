@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 
 #include "errors/status.h"
 #include "service/timestamp.h"
@@ -74,6 +75,9 @@ class ApiWrapperInterface {
   virtual void getTimestampCorrelatorInfo(char* buffer, std::size_t bufferSize,
                                           zuerr_Status* status) = 0;
 };
+static_assert(std::is_abstract_v<ApiWrapperInterface> &&
+                  sizeof(ApiWrapperInterface) == sizeof(void*),
+              "Other code is compiled against this layout.");
 
 /// Calls the client library that the program is linked against.
 class ApiWrapper : public ApiWrapperInterface {

