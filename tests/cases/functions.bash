@@ -62,7 +62,8 @@ compact() { simulated list "$1" | tr -d "\n "; echo; }
 
 # took_at_least MILLISECONDS COMMAND...: runs the command, and complains if it was quicker.
 took_at_least() {
-  local begun=$(date +%s%3N)
+  local begun
+  begun=$(date +%s%3N)
   "${@:2}"
   local took=$(($(date +%s%3N) - begun))
   ((took >= $1)) || echo "after only $took ms"
