@@ -168,48 +168,4 @@ TEST(JsonTextBuffer, InsertsInPlaceOrChangesNothing) {
   }
 }
 
-/// Grows by one byte each time, up to a limit.
-struct OneByteGrower {
-  explicit OneByteGrower(std::size_t limit) : most(limit) {}
-
-  static char* grow(char* position, void* context) {
-    auto& self = *static_cast<OneByteGrower*>(context);
-    if (self.room == self.most) return nullptr;
-    const auto offset = static_cast<std::size_t>(position - self.block->at(0));
-    self.block = std::make_unique<ExactBuffer>(self.block->text(), ++self.room);
-    return self.block->at(offset);
-  }
-
-  std::size_t most;
-  std::size_t room = 0;
-  std::unique_ptr<ExactBuffer> block = std::make_unique<ExactBuffer>("{}", 0);
-  JsonGrower grower{grow, this};
-};
-
-TEST(JsonTextBuffer, GrowsWhileThereIsNoRoom) {
-  const std::string expected = R"({"o":{"k":"v","s":"t"},"e":{}})";
-  OneByteGrower growing(expected.size() - 2);
-  char* position = jsonbuf_insertObjectGrowing(growing.block->at(1), "o", &growing.grower);
-  ASSERT_EQ('}', *position);
-  position = jsonbuf_insertStringGrowing(position, "k", "v", &growing.grower);
-  position = jsonbuf_insertStringGrowing(position, "s", std::string("t\0u", 3), &growing.grower);
-  position = jsonbuf_leaveObject(position);
-  position = jsonbuf_insertObjectGrowing(position, "e", &growing.grower);
-  EXPECT_EQ(expected, growing.block->text());
-  EXPECT_EQ(growing.block->at(expected.size() - 2), position);
-  EXPECT_TRUE(growing.block->isLaidOut());
-}
-
-TEST(JsonTextBuffer, GivesUpWhenGrowthDoes) {
-  OneByteGrower growing(3);
-  const JsonGrower none{nullptr, nullptr};
-  for (const JsonGrower* const grower : {static_cast<const JsonGrower*>(&growing.grower), &none}) {
-    EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(growing.block->at(1), "k", "v", grower));
-    EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(growing.block->at(1), "k", grower));
-    EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(nullptr, "k", "v", grower));
-    EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(nullptr, "k", grower));
-    EXPECT_EQ("{}", growing.block->text());
-  }
-}
-
 }  // namespace

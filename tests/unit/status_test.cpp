@@ -111,6 +111,17 @@ TEST(Status, GrowsForEveryMember) {
   }
 }
 
+TEST(Status, AGrowerIsCalledUntilThereIsRoom) {
+  OwnedStatus status(0, "{}");
+  const JsonGrower grower = zuerr_growerOf(&status), none{nullptr, nullptr};
+  const std::string large(5000, 'x');
+  EXPECT_EQ(nullptr, jsonbuf_insertStringGrowing(status.json + 1, "k", large.c_str(), &none));
+  EXPECT_EQ(nullptr, jsonbuf_insertObjectGrowing(nullptr, "k", &grower));
+  char* const position = jsonbuf_insertObjectGrowing(status.json + 1, large.c_str(), &grower);
+  jsonbuf_insertStringGrowing(position, "k", std::string("v\0w", 3), &grower);
+  EXPECT_EQ("{\"" + large + R"(":{"k":"v"}})", status.json);
+}
+
 TEST(Status, FailedGrowthChangesNothing) {
   ExactBuffer block("{}", 0);
   zuerr_Status status{0, 4, reject, block.at(0)};
