@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -35,14 +36,9 @@ std::string take(int file) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const int output = memoryFile(), errors = memoryFile(), log = memoryFile();
   static const int terminal = dup(STDERR_FILENO);
-  std::vector<std::string> words(1);
-  for (const std::uint8_t* byte = data; byte != data + size; ++byte) {
-    if (*byte == 0) {
-      words.emplace_back();
-    } else {
-      words.back() += static_cast<char>(*byte);
-    }
-  }
+  std::vector<std::string> words;
+  std::istringstream input(std::string(data, data + size) + '\0');
+  for (std::string word; std::getline(input, word, '\0');) words.push_back(word);
   const int code = std::atoi(words.front().c_str());
   setenv("ORSK_TEST_CODE", std::to_string(code).c_str(), 1);
   setenv("ORSK_TEST_TEXT", "{}", 1);

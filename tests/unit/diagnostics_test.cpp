@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "diagnostics/monotonic_stop_watch.h"
 #include "diagnostics/trace.h"
 
