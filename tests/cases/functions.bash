@@ -1,7 +1,7 @@
 # Functions for the scripts in the cases.
 
 # Runs orskapp with the simulator and prints an error as its code and the offending value.
-simulated() { orskapp-simulated "$@" 2>&1 | sed -E "s|^ERROR: (-?[0-9]+): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
+simulated() { orskapp-simulated "$@" 2>&1 | sed -E "s|^ERROR: ([^:]*): .*\"value\":\"(.*)\"}$|\1 \2|; s|$SCRATCH/||g"; }
 
 source "$ROOT/scripts/difference.sh"
 
@@ -34,27 +34,26 @@ each_call() { while read -r line; do "$@" </dev/null; done <"$CALLING_LINES"; }
 skip() { echo "skipped: $1" >&2; exit 77; }
 
 load() { for host; do simulated loadResources --remoteHost "$host" -q; done; }
+# in_domain ACTION URI OPTION...
+in_domain() { simulated syncDomain "$1" --uri "$2" -q "${@:3}"; }
+# domain ACTION URI: an action that needs no other option than these.
+domain() { in_domain "$@" --timeout_s 0; }
 # add DOMAIN DEVICE
-add() { simulated syncDomain addSyncableDevice --uri "$1" --syncableDeviceUri "$2" -q; }
+add() { in_domain addSyncableDevice "$1" --syncableDeviceUri "$2"; }
 # create_domain URI MILLISECONDS [TIMESCALE]
-create_domain() {
-  simulated syncDomain create --uri "$1" --timescaleUri "${3-timescale:local}" --maxOffset_ns 1 --minSyncDuration_ms "$2" -q
-}
+create_domain() { in_domain create "$1" --timescaleUri "${3-timescale:local}" --maxOffset_ns 1 --minSyncDuration_ms "$2"; }
 start_new() { create_domain "$1" "$2"; domain start "$1"; }
 # create_with URI TIMESCALE HOSTS
 create_with() {
-  simulated syncDomain createAndAddDevices --uri "$1" --timescaleUri "$2" --remoteHosts "$3" --maxOffset_ns 1000 --minSyncDuration_ms 0 -q
+  in_domain createAndAddDevices "$1" --timescaleUri "$2" --remoteHosts "$3" --maxOffset_ns 1000 --minSyncDuration_ms 0
 }
-# domain ACTION URI: an action that needs no other option than these.
-domain() { simulated syncDomain "$1" --uri "$2" --timeout_s 0 -q; }
 # start_and_wait URI SECONDS [SAVE]
-start_and_wait() {
-  simulated syncDomain startV2 --uri "$1" --saveInitialCoherency "${3:-0}" --waitToBecomeCoherent 1 --timeout_s "$2" -q
-}
-relate() { simulated timestampCorrelator create --timescaleUri1 "$1" --timescaleUri2 "$2" --samplingInterval 1 --historyLength 1 -q; }
-unrelate() { simulated timestampCorrelator delete --timescaleUri1 "$1" --timescaleUri2 "$2" -q; }
+start_and_wait() { in_domain startV2 "$1" --timeout_s "$2" --saveInitialCoherency "${3:-0}" --waitToBecomeCoherent 1; }
+correlator() { simulated timestampCorrelator "$@" -q; }
+relate() { correlator create --timescaleUri1 "$1" --timescaleUri2 "$2" --samplingInterval 1 --historyLength 1; }
+unrelate() { correlator delete --timescaleUri1 "$1" --timescaleUri2 "$2"; }
 # correlate FROM TO S NS FNS
-correlate() { simulated timestampCorrelator correlate --srcTimescaleUri "$1" --dstTimescaleUri "$2" --s "$3" --ns "$4" --fns "$5" -q; }
+correlate() { correlator correlate --srcTimescaleUri "$1" --dstTimescaleUri "$2" --s "$3" --ns "$4" --fns "$5"; }
 # now TIMESCALE: its seconds.
 now() { simulated timescale getTime --timescaleUri "${1:-timescale:local}" -q | sed "s/^Time in seconds : //"; }
 # compact KIND: the list on one line, without blanks.
@@ -118,15 +117,16 @@ passed() {
 }
 
 # Messages of the console.
-missing_option='ERROR: Missing option to specified command; type "orskapp help [command]" for list of valid arguments and options.'
-repeated_option='ERROR: Too many options provided for specified command; type "orskapp help [command]" for list of valid arguments and options.'
-invalid_argument='ERROR: Invalid argument to specified command; type "orskapp help [command]" for list of valid arguments and options.'
+see_help='type "orskapp help [command]" for list of valid arguments and options.'
+missing_option="ERROR: Missing option to specified command; $see_help"
+repeated_option="ERROR: Too many options provided for specified command; $see_help"
+invalid_argument="ERROR: Invalid argument to specified command; $see_help"
 bad_cast='ERROR: bad lexical cast: source type value could not be interpreted as target'
 
 # fits ARGUMENT...: what check-library reports, without what is well.
 fits() {
   ORSKAPP_BUILD=$BUILD "$ROOT/scripts/check-library" "$@" 2>&1 |
-    sed "s|$BUILD/lib/||g; s|$LD_LIBRARY_PATH/||g; s|$BUILD/||g; s|$ROOT/scripts/||g; s|$SCRATCH/||g; s|$TMPDIR/[^/]*/||g; /^ok:/d"
+    sed -E "s#($BUILD(/lib)?|$LD_LIBRARY_PATH|$ROOT/scripts|$SCRATCH|$TMPDIR/[^/]*)/##g; /^ok:/d"
 }
 
 # Each example with its arguments.
