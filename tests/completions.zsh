@@ -5,9 +5,7 @@ zmodload zsh/zpty
 fish=$(fish --version)
 prefix=$(mktemp -d) || exit
 TRAPEXIT() { rm -rf -- $prefix }
-TRAPHUP() { exit 130 }
-TRAPINT() { exit 130 }
-TRAPTERM() { exit 130 }
+for signal in HUP INT TERM; do functions[TRAP$signal]='exit 130'; done
 bash -c 'source "$1/../scripts/lib.sh"; install_build "$2" "$3"' bash ${0:a:h} ${1:a} $prefix || exit
 for name in orskapp orskapp-simulated orskapp-rehearse; do
   printf '#!/bin/sh\necho "${0##*/} $*" >>"${0%%/*}/../log"\n' >$prefix/bin/$name

@@ -131,16 +131,9 @@ fits() {
 
 # Each example with its arguments.
 examples() {
-  cat <<'END'
-checked list syncDomains
-load-hosts hosts
-bring-up 60 d 1 0 a b
-tear-down d a b
-compare-hosts hosts
-check-domain d metrics
-log-command log syncDomain stop --uri d
-plot-clocks timescale://c timescale:local 2 clocks.svg
-END
+  printf '%s\n' 'checked list syncDomains' 'load-hosts hosts' 'bring-up 60 d 1 0 a b' 'tear-down d a b' \
+    'compare-hosts hosts' 'check-domain d metrics' 'log-command log syncDomain stop --uri d' \
+    'plot-clocks timescale://c timescale:local 2 clocks.svg'
 }
 # use_examples: has them in PATH, and what their arguments name. Nothing pauses.
 use_examples() {

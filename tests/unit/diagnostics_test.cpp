@@ -87,10 +87,9 @@ TEST(MonotonicStopWatch, ReportsWholeMilliseconds) {
   watch.startNs = 0;
   watch.start();
   EXPECT_LT(0, watch.startNs);
-  const std::pair<std::int64_t, std::int64_t> rows[] = {
-      {999'999, 0}, {1'000'000, 1}, {1'999'999, 1}, {-999'999, 0}};
-  for (const auto& [nanoseconds, expected] : rows)
-    EXPECT_EQ(expected, orsktools::wholeMilliseconds(nanoseconds));
+  EXPECT_EQ(0, orsktools::wholeMilliseconds(999'999));
+  EXPECT_EQ(1, orsktools::wholeMilliseconds(1'999'999));
+  EXPECT_EQ(0, orsktools::wholeMilliseconds(-999'999));
 }
 
 }  // namespace
