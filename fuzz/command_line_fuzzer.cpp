@@ -1,4 +1,5 @@
-// Command lines, as words that end with NUL bytes, with the recording library. The first word is the status code.
+// Command lines, as words that end with NUL bytes, with the recording library. The first word is
+// the status code.
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -59,7 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   check((status == 0) == errorText.empty());
   check(status == 0 || errorText.find("ERROR: ") != std::string::npos);
   // A line end in a value could imitate a second call.
-  if (std::find(data, data + size, '\n') == data + size) check(callText.find("\norsksapi_") == std::string::npos);
+  if (std::find(data, data + size, '\n') == data + size)
+    check(callText.find("\norsksapi_") == std::string::npos);
   const bool versionQuery = callText.starts_with("orsksapi_getApiVersion");
   if (!callText.empty()) check(status == (code < 0 && !versionQuery ? code : 0));
   if (status != 0) check(outputText.empty());

@@ -1,10 +1,10 @@
-// jsonbuf_findEnd on any bytes, in a block of exactly their size, compared with another parser. The scanner accepts
-// more:
+// jsonbuf_findEnd on any bytes, in a block of exactly their size, compared with another parser. The
+// scanner accepts more:
 // - numbers with missing digits or leading zeros ("-", "1.", "1e+", "007");
 // - any bytes from 0x80 on, and escapes of lone surrogates (\ud800);
 // - any text after the end.
-// A text that the other parser accepts must be accepted. An accepted text must be valid for the other parser once its
-// numbers are 0, its high bytes "x" and its \u escapes \u0000.
+// A text that the other parser accepts must be accepted. An accepted text must be valid for the
+// other parser once its numbers are 0, its high bytes "x" and its \u escapes \u0000.
 
 #include <cstdint>
 #include <cstdlib>

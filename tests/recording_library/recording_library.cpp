@@ -1,27 +1,30 @@
-// A client library that records each call with its arguments, and misbehaves. Environment
-// variables:
+// A client library that records each call with its arguments, and misbehaves, as these environment
+// variables say:
 //   ORSK_TEST_LOG      file to which each call is appended as a line
 //   ORSK_TEST_CODE     status code; default: the status record does not change
 //   ORSK_TEST_TEXT     status text
-//   ORSK_TEST_OWNER    words: "library" allocates the text and "both" only replaces the callback,
-//   so that the library
-//                      releases the text; "nobody" removes the callback; "unended" fills the buffer
-//                      and leaves no NUL; "unsized" sets the capacity to 0. Default: the caller's
-//                      callback
+//   ORSK_TEST_OWNER    words; default: the caller's callback
+//     "library"        allocates the text, so that the library releases it
+//     "both"           only replaces the callback, so that the library releases the text
+//     "nobody"         removes the callback
+//     "unended"        fills the buffer and leaves no NUL
+//     "unsized"        sets the capacity to 0
 //   ORSK_TEST_OUTPUT   text for an output buffer
 //   ORSK_TEST_FILL     byte that fills an output buffer before that
 //   ORSK_TEST_TIME     "seconds nanoseconds fraction negative" for an output time
 //   ORSK_TEST_RESULT   result; default 0
 //   ORSK_TEST_DELAY_MS duration of a call in milliseconds
 //   ORSK_TEST_PRINT    text that is printed with stdio
-//   ORSK_TEST_SPOIL    words: "wide" makes the standard streams wide and buffered, "nonblocking"
-//   non-blocking,
-//                      "interrupt" sends a signal every millisecond
-//   ORSK_TEST_THROW    throws: "int" an int, "silence" an exception without a text, "abort" nothing
-//   but aborts,
-//                      other text a std::runtime_error
+//   ORSK_TEST_SPOIL    words
+//     "wide"           makes the standard streams wide and buffered
+//     "nonblocking"    makes them non-blocking
+//     "interrupt"      sends a signal every millisecond
+//   ORSK_TEST_THROW    what is thrown
+//     "int"            an int
+//     "silence"        an exception without a text
+//     other text       a std::runtime_error
 //   ORSK_TEST_EXIT     ends the thread when the text is released, which unwinds the stack as an
-//   exception does
+//                      exception does
 
 #include <fcntl.h>
 #include <pthread.h>
