@@ -101,8 +101,8 @@ install_rehearsal() {
 }
 # shells: prints the installed shells that scripts are run by. "_" stands for a blank.
 shells() { for shell in dash bash busybox_sh mksh; do ! command -v ${shell%_*} >/dev/null || echo $shell; done; }
-# wait_for FILE: waits until the file exists, at most 60 s.
-wait_for() { for try in {1..3000}; do [[ ! -e $1 ]] || return 0; sleep 0.02; done; echo "no $1"; }
+# wait_for COMMAND...: waits until the command succeeds, at most 60 s.
+wait_for() { for try in {1..3000}; do ! "$@" || return 0; sleep 0.02; done; echo "never: $*"; }
 # left_over: prints the folders of rehearsals that are still there after 5 s.
 left_over() {
   for try in {1..100}; do compgen -G "$TMPDIR/orskapp-*" >/dev/null || return 0; sleep 0.05; done
